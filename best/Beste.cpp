@@ -1,0 +1,185 @@
+// The window that shows the best list and takes the new name.
+#include <string>
+
+#include "best/modBeste.h"
+#include "game/Routinen.h"
+#include "system/Dateien.h"
+
+namespace zd {
+
+namespace {
+
+constexpr int kZeilen = 5;
+constexpr int kSpalten = 7;
+
+class Beste {
+public:
+    Beste(Programm& p, ui::FrmBeste& f) : p_(p), f_(f) {}
+
+    void Form_Load() {
+        OrdneZeilen();
+        for (int i = 0; i < kZeilen * kSpalten; ++i) {
+            f_.imgDiggi[i].picture = p_.frmDigital().imgDiggi[10].picture;
+        }
+        LeseBeste(p_);
+    }
+
+    void Form_Activate() {
+        ZeigePunkte();
+        f_.lblClear.Visible = false;
+        if (!p_.g.NeuerEintrag) {
+            for (int i = 0; i < f_.lstName.ListCount(); ++i) {
+                if (f_.lstName.List(i) != "Niemand") f_.lblClear.Visible = true;
+            }
+        }
+        for (int i = 0; i < kZeilen; ++i) {
+            f_.txtSpieler[i].Text = f_.lstName.List(i);
+            f_.txtSpieler[i + kZeilen].Text = f_.lstPunkte.List(i);
+        }
+        SperreEingabe();
+        if (p_.g.NeuerEintrag) {
+            f_.cmdClear.Visible = false;
+            ui::TextBox& eintrag = f_.txtSpieler[p_.g.EintragPlatz];
+            eintrag.Locked = false;
+            eintrag.TabStop = true;
+            eintrag.SelStart = 0;
+            eintrag.SelLength = Zeichenzahl(eintrag.Text);
+            eintrag.SetFocus();
+        }
+    }
+
+    void cmdEnde_Click() {
+        f_.lstName.Clear();
+        f_.lstPunkte.Clear();
+        for (int i = 0; i < kZeilen; ++i) {
+            // The file keeps one value a line: a line break in a name becomes a blank.
+            f_.lstName.AddItem(OhneZeilenumbruch(f_.txtSpieler[i].Text));
+            f_.lstPunkte.AddItem(f_.txtSpieler[i + kZeilen].Text);
+        }
+        if (p_.g.NeuerEintrag) {
+            ui::TextBox& eintrag = f_.txtSpieler[p_.g.EintragPlatz];
+            if (eintrag.Text.empty()) {
+                eintrag.Text = "Spieler";
+                f_.lstName.setList(p_.g.EintragPlatz, "Spieler");
+            }
+            SpeichereBeste(p_);
+        }
+        p_.tk.hide(f_);
+    }
+
+    void lblClear_Click() {
+        p_.g.NeuerEintrag = false;
+        cmdClear_Click();
+    }
+
+    void cmdClear_Click() {
+        bool nurNiemand = true;
+        for (int i = 0; i < kZeilen; ++i) {
+            if (f_.txtSpieler[i].Text != "Niemand") nurNiemand = false;
+        }
+        if (!nurNiemand &&
+            FrageMsgJa(p_, 2,
+                       std::string(CRLF) + "Bist Du sicher," + CRLF +
+                           "dass Du alle Einträge löschen möchtest?",
+                       std::string(CRLF) + "»Einträge löschen« bestätigen", Mittig())) {
+            const std::string datei = BesteDatei(p_);
+            if (sys::ExistiertDatei(p_.platform, datei)) p_.platform.deleteFile(datei);
+            SchreibeBesteStandard(p_);
+            LeseBeste(p_);
+            f_.cmdClear.Visible = false;
+        }
+        p_.tk.hide(f_);
+    }
+
+private:
+    void OrdneZeilen() {
+        f_.txtSpieler[0].Move(1300, 750);
+        int y = 750;
+        for (int i = 1; i < kZeilen; ++i) {
+            y = f_.txtSpieler[0].Height + y + 90;
+            f_.txtSpieler[i].Height = f_.txtSpieler[i - 1].Height;
+            f_.txtSpieler[i].Width = f_.txtSpieler[i - 1].Width;
+            f_.txtSpieler[i].Move(1300, y);
+        }
+        for (int k = kSpalten; k < kZeilen * kSpalten; k += kSpalten) {
+            const ui::Image& oben = f_.imgDiggi[k - kSpalten];
+            f_.imgDiggi[k].Move(oben.Left, oben.Height + oben.Top + 90);
+        }
+        for (int c = 1; c < kSpalten; ++c) {
+            for (int zeile = 0; zeile < kZeilen; ++zeile) {
+                const int n = kSpalten * zeile + c;
+                f_.imgDiggi[n].Move(f_.imgDiggi[n - 1].Left - f_.imgDiggi[n].Width,
+                                    f_.imgDiggi[n - 1].Top);
+            }
+        }
+    }
+
+    // Digits are taken from the text by position, not by arithmetic.
+    void ZeigePunkte() {
+        ui::FrmDigital& d = p_.frmDigital();
+        for (int zeile = 0; zeile < kZeilen; ++zeile) {
+            const std::string s = f_.lstPunkte.List(zeile);
+            const std::int32_t n = Punktzahl(s);
+            const int bild = kSpalten * zeile;
+            if (n == 0) continue;
+            const int stellen = n < 10         ? 1
+                                : n < 100      ? 2
+                                : n < 1000     ? 3
+                                : n < 10000    ? 4
+                                : n < 100000   ? 5
+                                : n < 1000000  ? 6
+                                               : 7;
+            if (stellen == 1) {
+                f_.imgDiggi[bild].picture = d.imgDiggi[n].picture;
+                continue;
+            }
+            for (int k = 0; k < stellen; ++k) {
+                // Ziffer(0) is the last character, Ziffer(k) character d - k.
+                const int position = k == 0 ? static_cast<int>(s.size()) : stellen - k;
+                const char c = position >= 1 && position <= static_cast<int>(s.size())
+                                   ? s[static_cast<std::size_t>(position - 1)]
+                                   : ' ';
+                const int ziffer = c >= '0' && c <= '9' ? c - '0' : 10;
+                f_.imgDiggi[bild + k].picture = d.imgDiggi[ziffer].picture;
+            }
+        }
+    }
+
+    void SperreEingabe() {
+        for (int i = 0; i < 2 * kZeilen; ++i) {
+            f_.txtSpieler[i].TabStop = false;
+            f_.txtSpieler[i].Locked = true;
+        }
+    }
+
+    static int Zeichenzahl(const std::string& utf8) {
+        int n = 0;
+        for (char c : utf8) {
+            if ((static_cast<unsigned char>(c) & 0xC0) != 0x80) ++n;
+        }
+        return n;
+    }
+
+    static std::string OhneZeilenumbruch(std::string text) {
+        for (char& c : text) {
+            if (c == '\r' || c == '\n') c = ' ';
+        }
+        return text;
+    }
+
+    Programm& p_;
+    ui::FrmBeste& f_;
+};
+
+}  // namespace
+
+void bindeBeste(Programm& p, ui::FrmBeste& f) {
+    auto b = std::make_shared<Beste>(p, f);
+    f.Form_Load = [b] { b->Form_Load(); };
+    f.Form_Activate = [b] { b->Form_Activate(); };
+    f.cmdEnde.Click = [b] { b->cmdEnde_Click(); };
+    f.lblClear.Click = [b] { b->lblClear_Click(); };
+    f.cmdClear.Click = [b] { b->cmdClear_Click(); };
+}
+
+}  // namespace zd

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "game/Wuerfel.h"
+#include "system/Platform.h"
+#include "ui/forms/Banks.h"
+#include "ui/forms/FrmBeste.h"
+#include "ui/forms/FrmSpielfeld.h"
+#include "ui/forms/MessageWindows.h"
+#include "ui/model/Toolkit.h"
+
+namespace zd {
+
+// The shared variables of the game, all 0, False or empty at start.
+struct Gemeinsam {
+    std::array<std::int32_t, 4> Ergebnis{};
+    std::array<std::int32_t, 4> Guthaben{};
+    std::array<bool, 4> Gewinner{};
+    std::array<std::string, 4> SpielerName{};
+    std::int16_t WurfNummer = 0;
+    std::int16_t AktiverComputer = 0;
+    std::array<bool, 4> Belegt{};  // places 1 to 3 of the human player
+    std::int32_t SpielerPunkte = 0;
+    std::int32_t Bestmarke = 0;
+    std::int32_t MsgAntwort = 0;
+    bool FestplatteGefunden = false;
+    std::string DatenPfad;
+    bool SoundAn = false;
+    std::int16_t EintragPlatz = 0;
+    bool NeuerEintrag = false;
+};
+
+// Event routines per window, bound when the window is made.
+struct Ereignisse {
+    std::function<void(ui::FrmSpielfeld&)> spielfeld;
+    std::function<void(ui::FrmBeste&)> beste;
+    std::function<void(ui::FrmMsgOk&)> msgOk;
+    std::function<void(ui::FrmMsgJa&)> msgJa;
+    std::function<void(ui::FrmHintergrund&)> hintergrund;
+};
+
+// One running program: its windows, its shared variables, its die and the
+// platform it runs on. Nothing of it is global, so one process can hold many.
+class Programm {
+public:
+    Programm(ui::EventLoop& loop, sys::Platform& platform, int screenWidthTwips,
+             int screenHeightTwips);
+
+    ui::FrmSpielfeld& frmSpielfeld() { return tk.use<ui::FrmSpielfeld>("frmSpielfeld"); }
+    ui::FrmBilder& frmBilder() { return tk.use<ui::FrmBilder>("frmBilder"); }
+    ui::FrmDigital& frmDigital() { return tk.use<ui::FrmDigital>("frmDigital"); }
+    ui::FrmBeste& frmBeste() { return tk.use<ui::FrmBeste>("frmBeste"); }
+    ui::FrmMsgOk& frmMsgOk() { return tk.use<ui::FrmMsgOk>("frmMsgOk"); }
+    ui::FrmMsgJa& frmMsgJa() { return tk.use<ui::FrmMsgJa>("frmMsgJa"); }
+    ui::FrmHintergrund& frmHintergrund() { return tk.use<ui::FrmHintergrund>("frmHintergrund"); }
+
+    // A shared variable as the driver prints it, or nothing if unknown.
+    std::optional<std::string> printVariable(const std::string& name, std::optional<int> index);
+    // Sets a shared variable from its printed form; false if unknown or bad.
+    bool setVariable(const std::string& name, std::optional<int> index, const std::string& value);
+
+    ui::Toolkit tk;
+    sys::Platform& platform;
+    Gemeinsam g;
+    Wuerfel wuerfel;
+    Ereignisse ereignisse;
+};
+
+}  // namespace zd

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+namespace zd {
+
+// The one die of the game.
+class Wuerfel {
+public:
+    // A draw r with 0 <= r < 1, the generator reseeded from the clock first.
+    float ziehe();
+
+    // Tests may replace the draw, or the whole throw (the driver's --dice).
+    std::function<float()> ziehung;
+    std::function<int()> vorgabe;
+
+private:
+    std::uint64_t zaehler_ = 0;
+};
+
+// 1 to 6, all equally likely; never adjusted to the state of the game.
+int ZufallsWurf(Wuerfel& wuerfel);
+
+}  // namespace zd

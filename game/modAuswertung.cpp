@@ -1,0 +1,122 @@
+// The end of a round, the credit, and the seams between rounds and games.
+#include <string>
+
+#include "best/modBeste.h"
+#include "game/Routinen.h"
+
+namespace zd {
+
+namespace {
+
+// The list box holds three-digit numbers, where text order is number order.
+std::int32_t AlsZahl(const std::string& text) { return Punktzahl(text); }
+
+}  // namespace
+
+void RundeAuswerten(Programm& p) {
+    ui::FrmSpielfeld& f = p.frmSpielfeld();
+    Gemeinsam& g = p.g;
+    int gewinner = 0;
+    f.lstErgebnis.Clear();
+    for (int i = 0; i <= 3; ++i) f.lstErgebnis.AddItem(f.lblErgebnis[i].Caption);
+    const std::int32_t hoechste = AlsZahl(f.lstErgebnis.List(3));
+    const std::int32_t zweite = AlsZahl(f.lstErgebnis.List(2));
+    if (hoechste != zweite) {
+        for (int i = 0; i <= 3; ++i) {
+            if (AlsZahl(f.lblErgebnis[i].Caption) == hoechste) gewinner = i;
+        }
+        f.lblGewonnen.Caption =
+            g.SpielerName[gewinner] + " hat mit " + std::to_string(hoechste) + " gewonnen!";
+        for (int i = 0; i <= 3; ++i) g.Guthaben[i] += i == gewinner ? 3 : -1;
+    }
+    f.imgNaechsterLevel.Visible = true;
+    f.imgNeuerWurf.picture = p.frmBilder().imgPfeilrechts[1].picture;
+    f.lblInfo.Caption = "Klicke auf »Nächster Level«";
+    for (int i = 0; i <= 3; ++i) {
+        g.Gewinner[i] = false;
+        g.Ergebnis[i] = 0;
+    }
+    g.Gewinner[gewinner] = true;
+    g.SpielerPunkte = g.Guthaben[0];
+    if (BestmarkeGeschlagen(p)) f.imgBeste.Visible = true;
+    ZeigeGuthaben(p);
+    if (g.SpielerPunkte <= 0) SpielendeMelden(p);
+    // Read after the step above, which may have started a new game.
+    bool computerAus = false;
+    for (int i = 1; i <= 3; ++i) {
+        if (g.Guthaben[i] <= 0) computerAus = true;
+    }
+    if (computerAus) SpielendeMelden(p);
+}
+
+void ZeigeGuthaben(Programm& p) {
+    ui::FrmSpielfeld& f = p.frmSpielfeld();
+    ui::FrmDigital& d = p.frmDigital();
+    for (int i = 0; i <= 7; ++i) f.imgDiggi[i].picture = d.imgDiggi[10].picture;
+    for (int i = 0; i <= 3; ++i) {
+        const int basis = 2 * i;
+        const std::int32_t v = p.g.Guthaben[i];
+        if (v >= 0 && v <= 9) {
+            f.imgDiggi[basis].picture = d.imgDiggi[v].picture;
+        } else if (v >= 10) {
+            const std::string text = std::to_string(v);
+            f.imgDiggi[basis + 1].picture = d.imgDiggi[text.front() - '0'].picture;
+            f.imgDiggi[basis].picture = d.imgDiggi[text.back() - '0'].picture;
+        }
+    }
+}
+
+void NaechsteRunde(Programm& p) {
+    ui::FrmSpielfeld& f = p.frmSpielfeld();
+    ui::FrmBilder& b = p.frmBilder();
+    Gemeinsam& g = p.g;
+    f.imgWurf[0].picture = b.imgWurf[0].picture;
+    for (int i = 1; i <= 3; ++i) {
+        g.Belegt[i] = false;
+        f.imgWurf[i].picture = b.imgWurf[0].picture;
+    }
+    for (int j = 0; j <= 2; ++j) {
+        f.imgAndrea[j].picture = b.imgWurf[0].picture;
+        f.imgThomas[j].picture = b.imgWurf[0].picture;
+        f.imgVictoria[j].picture = b.imgWurf[0].picture;
+    }
+    f.lblAndrea.Caption = "";
+    f.lblThomas.Caption = "";
+    f.lblVictoria.Caption = "";
+    int beginner = 0;
+    for (int i = 0; i <= 3; ++i) {
+        if (g.Gewinner[i]) beginner = i;
+    }
+    g.WurfNummer = 0;
+    if (beginner == 0) {
+        f.ZeigeWuerfeln();
+    } else {
+        g.AktiverComputer = static_cast<std::int16_t>(beginner);
+    }
+    f.lblGewonnen.Caption = g.SpielerName[beginner] + " beginnt die neue Spielrunde";
+    if (beginner != 0) StarteComputerDrehen(f);
+}
+
+void SpielendeMelden(Programm& p) {
+    Gemeinsam& g = p.g;
+    const bool spielerAus = g.SpielerPunkte <= 0;
+    std::string meldung = std::string(CRLF) + "Das Spiel ist beendet" + CRLF;
+    if (spielerAus) {
+        meldung += "Du hast kein Guthaben mehr!";
+    } else {
+        // Of several players out in the same round, the last one is named.
+        int aus = 1;
+        for (int i = 1; i <= 3; ++i) {
+            if (g.Guthaben[i] <= 0) aus = i;
+        }
+        meldung += g.SpielerName[aus] + " hast kein Guthaben mehr!";
+    }
+    ZeigeMsgOk(p, 3, meldung, std::string(CRLF) + "Spielende.", Mittig());
+    if (spielerAus) {
+        p.frmSpielfeld().ExternesEnde();
+    } else {
+        PruefeBestmarke(p);
+    }
+}
+
+}  // namespace zd

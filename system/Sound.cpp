@@ -1,0 +1,34 @@
+#include "system/Sound.h"
+
+#include "system/Dateien.h"
+
+namespace zd::sys {
+
+int SoundNummer(std::string_view dateiname) {
+    for (std::size_t i = 0; i < kSoundDateien.size(); ++i) {
+        if (kSoundDateien[i] == dateiname) return static_cast<int>(i) + 1;
+    }
+    return 0;
+}
+
+std::string SoundPfad(Platform& platform, const std::string& datei) {
+    return PfadMitTrenner(platform.programFolder()) + datei;
+}
+
+bool SoundOnBoard(Platform& platform) { return platform.waveOutputCount() > 0; }
+
+void SpieleSound(Platform& platform, int nummer, bool soundAn) {
+    std::string name;
+    if (nummer >= 1 && nummer <= static_cast<int>(kSoundDateien.size())) {
+        name = std::string(kSoundDateien[static_cast<std::size_t>(nummer - 1)]);
+    }
+    // The path is worked out even with sound off; a number without a file
+    // gives the bare folder, which is no wave file.
+    const std::string pfad = SoundPfad(platform, name);
+    if (name.empty()) return;
+    if (ExistiertDatei(platform, pfad) && SoundOnBoard(platform) && soundAn) {
+        platform.playWave(pfad);
+    }
+}
+
+}  // namespace zd::sys

@@ -1,0 +1,25 @@
+#include "ui/drive/HeadlessPlatform.h"
+
+#include <filesystem>
+
+#include "system/Sound.h"
+
+namespace zd::drive {
+
+HeadlessPlatform::HeadlessPlatform(std::ostream& out, std::string programFolder,
+                                   std::string driveRoot, bool soundDevice)
+    : out_(out),
+      programFolder_(std::move(programFolder)),
+      driveRoot_(std::move(driveRoot)),
+      soundDevice_(soundDevice) {}
+
+void HeadlessPlatform::playWave(const std::string& path) {
+    const std::string name = std::filesystem::path(path).filename().string();
+    out_ << "sound " << sys::SoundNummer(name) << '\n';
+}
+
+void HeadlessPlatform::openDocument(const std::string& path) {
+    out_ << "open " << std::filesystem::path(path).filename().string() << '\n';
+}
+
+}  // namespace zd::drive

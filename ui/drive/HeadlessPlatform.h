@@ -1,0 +1,30 @@
+#pragma once
+
+#include <ostream>
+#include <string>
+
+#include "system/Platform.h"
+
+namespace zd::drive {
+
+// The platform as the headless driver sees it: real files, a chosen drive
+// root, and sounds and documents written down instead of played or opened.
+class HeadlessPlatform : public sys::LocalFiles {
+public:
+    HeadlessPlatform(std::ostream& out, std::string programFolder, std::string driveRoot,
+                     bool soundDevice);
+
+    std::string systemDriveRoot() override { return driveRoot_; }
+    std::string programFolder() override { return programFolder_; }
+    int waveOutputCount() override { return soundDevice_ ? 1 : 0; }
+    void playWave(const std::string& path) override;
+    void openDocument(const std::string& path) override;
+
+private:
+    std::ostream& out_;
+    std::string programFolder_;
+    std::string driveRoot_;
+    bool soundDevice_;
+};
+
+}  // namespace zd::drive

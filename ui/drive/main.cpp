@@ -1,0 +1,108 @@
+// zifferndach-drive: plays the program from a script, headless, with a
+// virtual clock.
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <sstream>
+#include <string>
+
+#include "ui/drive/Driver.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+int usage() {
+    std::cerr << "usage: zifferndach-drive [--program-dir DIR] [--drive-root DIR | --no-drive]\n"
+                 "                         [--no-sound-device] [--dice \"N N ...\"] [SCRIPT]\n";
+    return 2;
+}
+
+// A drive root of our own, removed again at exit.
+class TemporaryRoot {
+public:
+    TemporaryRoot() {
+        std::string pattern = (fs::temp_directory_path() / "zifferndach-XXXXXX").string();
+        if (mkdtemp(pattern.data())) path_ = pattern;
+    }
+    ~TemporaryRoot() {
+        std::error_code ignored;
+        if (!path_.empty()) fs::remove_all(path_, ignored);
+    }
+    TemporaryRoot(const TemporaryRoot&) = delete;
+    TemporaryRoot& operator=(const TemporaryRoot&) = delete;
+    const std::string& path() const { return path_; }
+
+private:
+    std::string path_;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    zd::drive::Options options;
+    std::error_code ec;
+    options.programDir = fs::canonical("/proc/self/exe", ec).parent_path().string();
+    bool noDrive = false;
+    std::string scriptPath;
+    for (int i = 1; i < argc; ++i) {
+        const std::string arg = argv[i];
+        auto value = [&]() -> std::string {
+            if (i + 1 >= argc) std::exit(usage());
+            return argv[++i];
+        };
+        if (arg == "--program-dir") {
+            options.programDir = value();
+        } else if (arg == "--drive-root") {
+            options.driveRoot = value();
+        } else if (arg == "--no-drive") {
+            noDrive = true;
+        } else if (arg == "--no-sound-device") {
+            options.soundDevice = false;
+        } else if (arg == "--dice") {
+            std::istringstream in(value());
+            std::vector<int> dice;
+            std::string word;
+            while (in >> word) {
+                if (word.size() != 1 || word[0] < '1' || word[0] > '6') {
+                    std::cerr << "error: --dice takes numbers from 1 to 6\n";
+                    return 2;
+                }
+                dice.push_back(word[0] - '0');
+            }
+            options.dice = dice;
+        } else if (!arg.empty() && arg[0] == '-' && arg != "-") {
+            return usage();
+        } else if (scriptPath.empty()) {
+            scriptPath = arg;
+        } else {
+            return usage();
+        }
+    }
+    if (noDrive && options.driveRoot) return usage();
+
+    TemporaryRoot temporary;
+    if (noDrive) {
+        options.driveRoot = "";
+    } else if (!options.driveRoot) {
+        options.driveRoot = temporary.path();
+    }
+
+    std::ifstream file;
+    if (!scriptPath.empty() && scriptPath != "-") {
+        file.open(scriptPath, std::ios::binary);
+        if (!file) {
+            std::cerr << "error: cannot read " << scriptPath << '\n';
+            return 2;
+        }
+    }
+    std::istream& script = file.is_open() ? static_cast<std::istream&>(file) : std::cin;
+    int code = 0;
+    {
+        zd::drive::Driver driver(options, script, std::cout, std::cerr);
+        code = driver.run();
+    }
+    std::cout.flush();
+    return code;
+}

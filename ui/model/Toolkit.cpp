@@ -1,0 +1,305 @@
+#include "ui/model/Toolkit.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace zd::ui {
+
+namespace {
+
+// Keeps the count of events on the stack right whichever way one ends.
+class DepthGuard {
+public:
+    explicit DepthGuard(int& depth) : depth_(depth) { ++depth_; }
+    ~DepthGuard() { --depth_; }
+    DepthGuard(const DepthGuard&) = delete;
+    DepthGuard& operator=(const DepthGuard&) = delete;
+
+private:
+    int& depth_;
+};
+
+int keyCodeOf(std::string_view key) {
+    if (key == "Esc") return 27;
+    if (key == "Enter") return 13;
+    if (key.size() >= 2 && key[0] == 'F') {
+        int n = 0;
+        for (char c : key.substr(1)) {
+            if (c < '0' || c > '9') return 0;
+            n = n * 10 + (c - '0');
+        }
+        return n >= 1 && n <= 12 ? 111 + n : 0;
+    }
+    if (key.size() == 1) {
+        char c = key[0];
+        if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
+        if ((c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9')) return c;
+    }
+    return 0;
+}
+
+MenuItem* findShortcut(const std::vector<MenuItem*>& items, std::string_view keys) {
+    for (MenuItem* item : items) {
+        if (item->Shortcut == keys) return item;
+        if (MenuItem* found = findShortcut(item->children, keys)) return found;
+    }
+    return nullptr;
+}
+
+bool menuReachable(const MenuItem& item) {
+    for (const MenuItem* m = &item; m; m = m->parent) {
+        if (!m->Visible || !m->Enabled) return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+Toolkit::Toolkit(EventLoop& loop, int screenWidthTwips, int screenHeightTwips)
+    : loop_(loop), timers_(loop), screenWidth_(screenWidthTwips), screenHeight_(screenHeightTwips) {}
+
+Toolkit::~Toolkit() {
+    // Timers unhook themselves from the queue as their windows go.
+    unloaded_.clear();
+    windows_.clear();
+}
+
+void Toolkit::define(const std::string& name, Factory make) { factories_[name] = std::move(make); }
+
+bool Toolkit::defines(std::string_view name) const { return factories_.find(name) != factories_.end(); }
+
+Window& Toolkit::use(std::string_view name) {
+    if (auto it = windows_.find(name); it != windows_.end()) return *it->second;
+    auto factory = factories_.find(name);
+    if (factory == factories_.end()) {
+        throw std::logic_error("no window named " + std::string(name));
+    }
+    auto created = factory->second(*this);
+    Window& w = *created;
+    windows_.emplace(std::string(name), std::move(created));
+    if (w.Form_Load) dispatch(w.Form_Load);
+    return w;
+}
+
+Window* Toolkit::loaded(std::string_view name) const {
+    auto it = windows_.find(name);
+    return it == windows_.end() ? nullptr : it->second.get();
+}
+
+std::unique_ptr<Window> Toolkit::sample(std::string_view name) {
+    auto factory = factories_.find(name);
+    if (factory == factories_.end()) return nullptr;
+    return factory->second(*this);
+}
+
+std::vector<Window*> Toolkit::loadedWindows() const {
+    std::vector<Window*> all;
+    for (const auto& [name, w] : windows_) all.push_back(w.get());
+    return all;
+}
+
+void Toolkit::unload(Window& w) {
+    auto it = windows_.find(w.name());
+    if (it == windows_.end() || it->second.get() != &w) return;
+    if (w.Form_Unload) dispatch(w.Form_Unload);
+    if (ended_) throw ProgramEnded{};
+    hide(w);
+    for (const auto& c : w.controls()) {
+        if (auto* t = dynamic_cast<Timer*>(c.get())) timers_.remove(*t);
+    }
+    unloaded_.push_back(std::move(it->second));
+    windows_.erase(it);
+    loop_.windowGone(w);
+}
+
+void Toolkit::raise(Window& w) {
+    stacking_.erase(std::remove(stacking_.begin(), stacking_.end(), &w), stacking_.end());
+    stacking_.push_back(&w);
+}
+
+Window* Toolkit::topVisible() const { return stacking_.empty() ? nullptr : stacking_.back(); }
+
+void Toolkit::activate(Window* w) {
+    if (w == active_) return;
+    active_ = w;
+    if (w && w->Form_Activate) dispatch(w->Form_Activate);
+}
+
+void Toolkit::show(Window& w) {
+    w.visible_ = true;
+    raise(w);
+    activate(&w);
+}
+
+void Toolkit::hide(Window& w) {
+    if (!w.visible_) return;
+    w.visible_ = false;
+    stacking_.erase(std::remove(stacking_.begin(), stacking_.end(), &w), stacking_.end());
+    if (active_ == &w) activate(topVisible());
+}
+
+void Toolkit::showModal(Window& w) {
+    Window* const shown = &w;
+    modal_.push_back(shown);
+    loop_.modalBegins(w);
+    show(w);
+    // Only pointers are compared here: the window may be gone already.
+    auto gone = [this, shown] {
+        return ended_ || std::find(stacking_.begin(), stacking_.end(), shown) == stacking_.end();
+    };
+    if (!gone()) loop_.runModal(gone);
+    modal_.erase(std::remove(modal_.begin(), modal_.end(), shown), modal_.end());
+    if (ended_) throw ProgramEnded{};
+}
+
+bool Toolkit::reachable(const Window& w) const {
+    if (ended_ || !w.visible_) return false;
+    return modal_.empty() || modal_.back() == &w;
+}
+
+bool Toolkit::inputReaches(const Control& c) const {
+    return reachable(c.window()) && c.takesInput();
+}
+
+void Toolkit::dispatch(const std::function<void()>& handler) {
+    if (!handler || ended_) return;
+    // A copy, so that the handler survives its own window's unloading.
+    const std::function<void()> run = handler;
+    {
+        DepthGuard guard(depth_);
+        try {
+            run();
+        } catch (const ProgramEnded&) {
+            // Everything has unwound to here; the program is over.
+        }
+    }
+    if (depth_ == 0) unloaded_.clear();
+    loop_.afterEvent();
+}
+
+void Toolkit::shift(Control& c) {
+    // A mouse action on a window of the program activates it first.
+    if (active_ != &c.window()) activate(&c.window());
+}
+
+bool Toolkit::click(Control& c) {
+    if (!inputReaches(c)) return false;
+    dispatch([this, &c] {
+        shift(c);
+        if (c.Click) c.Click();
+    });
+    return true;
+}
+
+bool Toolkit::mouseDown(Control& c) {
+    if (!inputReaches(c)) return false;
+    dispatch([this, &c] {
+        shift(c);
+        if (c.MouseDown) c.MouseDown();
+    });
+    return true;
+}
+
+bool Toolkit::mouseUp(Control& c) {
+    if (!inputReaches(c)) return false;
+    dispatch([&c] {
+        if (c.MouseUp) c.MouseUp();
+    });
+    return true;
+}
+
+bool Toolkit::mouseMove(Control& c, int button) {
+    if (!inputReaches(c)) return false;
+    dispatch([&c, button] {
+        if (c.MouseMove) c.MouseMove(button);
+    });
+    return true;
+}
+
+bool Toolkit::windowMouseMove(Window& w, int button) {
+    if (!reachable(w)) return false;
+    dispatch([&w, button] {
+        if (w.Form_MouseMove) w.Form_MouseMove(button);
+    });
+    return true;
+}
+
+bool Toolkit::keyDown(Window& w, int keyCode) {
+    if (!reachable(w)) return false;
+    dispatch([&w, keyCode] {
+        if (w.Form_KeyDown) w.Form_KeyDown(keyCode);
+    });
+    return true;
+}
+
+bool Toolkit::menu(MenuItem& item) {
+    if (!reachable(item.window()) || !menuReachable(item) || item.Caption == "-") return false;
+    dispatch([this, &item] {
+        shift(item);
+        if (item.Click) item.Click();
+    });
+    return true;
+}
+
+bool Toolkit::shortcut(std::string_view keys) {
+    Window* w = active_;
+    if (!w || !reachable(*w)) return false;
+    if (MenuItem* item = findShortcut(w->menuBar, keys)) return menu(*item);
+    if (keys.substr(0, 4) == "Alt+" && keys.size() == 5) {
+        const int code = keyCodeOf(keys.substr(4));
+        for (const auto& c : w->controls()) {
+            auto* button = dynamic_cast<CommandButton*>(c.get());
+            if (button && button->accessKey() == code && button->takesInput()) return click(*button);
+        }
+        return false;
+    }
+    const int code = keyCodeOf(keys);
+    if (code == 0 || !w->Form_KeyDown) return false;
+    return keyDown(*w, code);
+}
+
+bool Toolkit::close(Window& w) {
+    if (!reachable(w)) return false;
+    dispatch([this, &w] { unload(w); });
+    return true;
+}
+
+bool Toolkit::type(TextBox& box, const std::string& text) {
+    if (!inputReaches(box) || box.Locked) return false;
+    dispatch([this, &box, text] {
+        shift(box);
+        box.Text = text;
+        box.SelStart = static_cast<int>(text.size());
+        box.SelLength = 0;
+    });
+    return true;
+}
+
+bool Toolkit::userActivated(Window& w) {
+    if (!reachable(w)) return false;
+    if (active_ == &w) return true;
+    dispatch([this, &w] {
+        raise(w);
+        activate(&w);
+    });
+    return true;
+}
+
+bool Toolkit::fireDueTimer(std::int64_t now) {
+    Timer* timer = timers_.takeDue(now);
+    if (!timer) return false;
+    const std::uint64_t generation = TimerQueue::generationOf(*timer);
+    dispatch([this, timer, generation, now] {
+        if (timer->TimerEvent) timer->TimerEvent();
+        if (!ended_) timers_.rearm(*timer, generation, now);
+    });
+    return true;
+}
+
+void Toolkit::end() {
+    ended_ = true;
+    loop_.programEnded();
+    throw ProgramEnded{};
+}
+
+}  // namespace zd::ui

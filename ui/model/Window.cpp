@@ -1,0 +1,68 @@
+#include "ui/model/Window.h"
+
+#include "ui/model/Toolkit.h"
+
+namespace zd::ui {
+
+Window::Window(Toolkit& toolkit, std::string name) : toolkit_(toolkit), name_(std::move(name)) {}
+
+Window::~Window() = default;
+
+void Window::Move(int left, int top) {
+    Left = left;
+    Top = top;
+}
+
+void Window::Move(int left, int top, int width, int height) {
+    Move(left, top);
+    Width = width;
+    Height = height;
+}
+
+Control* Window::find(std::string_view name, std::optional<int> index) const {
+    for (const auto& c : controls_) {
+        if (c->name() == name && c->index() == index.value_or(-1)) return c.get();
+    }
+    return nullptr;
+}
+
+MenuItem& Window::addMenu(std::string name, int index, std::string caption, MenuItem* parent) {
+    MenuItem& item = add<MenuItem>(std::move(name), index);
+    item.Caption = std::move(caption);
+    item.parent = parent;
+    if (parent) {
+        parent->children.push_back(&item);
+    } else {
+        menuBar.push_back(&item);
+    }
+    return item;
+}
+
+Picture Window::design(std::string sheet, std::string element, int widthPx, int heightPx) {
+    return toolkit_.pictures().make(std::move(sheet), std::move(element), widthPx, heightPx,
+                                    "(design)");
+}
+
+void Window::frameWithTitle(int clientWidth, int clientHeight, bool withMenu) {
+    // A fixed single border of 3 pixels, a caption of 19 and a menu bar of 19.
+    constexpr int border = 3 * kTwipsPerPixel;
+    constexpr int caption = 19 * kTwipsPerPixel;
+    constexpr int menu = 19 * kTwipsPerPixel;
+    frame = Frame{border, border + caption + (withMenu ? menu : 0), border, border};
+    Width = clientWidth + frame.left + frame.right;
+    Height = clientHeight + frame.top + frame.bottom;
+}
+
+std::optional<std::string> Window::printProperty(std::string_view prop) const {
+    if (prop == "Caption") return printableText(Caption);
+    if (prop == "Visible") return printableBool(visible_);
+    if (prop == "Left") return std::to_string(Left);
+    if (prop == "Top") return std::to_string(Top);
+    if (prop == "Width") return std::to_string(Width);
+    if (prop == "Height") return std::to_string(Height);
+    if (prop == "Enabled") return printableBool(true);
+    if (prop == "Picture") return picture ? picture->origin : "(none)";
+    return std::nullopt;
+}
+
+}  // namespace zd::ui
