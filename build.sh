@@ -1,0 +1,36 @@
+#!/usr/bin/env bash
+# Installs what a fresh Debian 12 machine lacks, builds, and then
+#   ./build.sh play   starts the game
+#   ./build.sh test   runs every test
+set -euo pipefail
+cd "$(dirname "$0")"
+
+packages=(cmake g++ make qt6-base-dev qt6-svg-dev qt6-multimedia-dev libgtest-dev
+          fonts-liberation libgl-dev)
+missing=()
+for p in "${packages[@]}"; do
+  dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
+done
+if ((${#missing[@]})); then
+  sudo=""
+  [ "$(id -u)" -eq 0 ] || sudo="sudo"
+  $sudo apt-get update
+  DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y "${missing[@]}"
+fi
+
+case "${1:-}" in
+  play)
+    cmake --preset release
+    cmake --build --preset release
+    exec ./build/release/bin/zifferndach
+    ;;
+  test)
+    cmake --preset test
+    cmake --build --preset test
+    ctest --preset test
+    ;;
+  *)
+    echo "usage: ./build.sh play | test" >&2
+    exit 2
+    ;;
+esac
