@@ -6,6 +6,7 @@
 #   # drive: OPTIONS      options for the driver; @WORK@ stands for the scratch folder
 #   # file: PATH = TEXT   a file made under the scratch folder first (\r\n for CR LF)
 #   # exit: N             the exit code expected (0 when not said)
+cmake_policy(VERSION 3.25)
 file(REMOVE_RECURSE "${WORK}")
 file(MAKE_DIRECTORY "${WORK}")
 file(STRINGS "${SCRIPT}" header REGEX "^# (drive|file|exit):")

@@ -1,0 +1,93 @@
+#include "Spielerbot.h"
+
+#include <stdexcept>
+
+#include "game/Spiel.h"
+
+namespace zd::test {
+
+Spielerbot::Spielerbot(const std::string& driveRoot) {
+    platform_ = std::make_unique<drive::HeadlessPlatform>(events_, ZD_PROGRAM_DIR, driveRoot, true);
+    program_ = std::make_unique<Programm>(loop_, *platform_, 15360, 11520);
+    loop_.attach(program_->tk);
+    loop_.modalStep = [this] { return answer(); };
+    richteEin(*program_);
+    program_->tk.dispatch([this] { Main(*program_); });
+}
+
+Spielerbot::~Spielerbot() = default;
+
+int Spielerbot::boardNumber(int player) {
+    ui::FrmSpielfeld& f = program_->frmSpielfeld();
+    ui::FrmBilder& b = program_->frmBilder();
+    auto face = [&b](const ui::Image& place) {
+        for (int i = 1; i <= 6; ++i) {
+            if (ui::sameObject(place.picture, b.imgWurf[i].picture)) return i;
+        }
+        return 0;
+    };
+    if (player == 0) return 100 * face(f.imgWurf[3]) + 10 * face(f.imgWurf[2]) + face(f.imgWurf[1]);
+    ui::ControlArray<ui::Image>* boards[4] = {nullptr, &f.imgAndrea, &f.imgThomas, &f.imgVictoria};
+    ui::ControlArray<ui::Image>& board = *boards[player];
+    return 100 * face(board[2]) + 10 * face(board[1]) + face(board[0]);
+}
+
+void Spielerbot::noteRoundEnd() {
+    if (checked_) return;
+    checked_ = true;
+    ++rounds_;
+    if (roundEnded) roundEnded();
+}
+
+bool Spielerbot::answer() {
+    ui::Toolkit& tk = program_->tk;
+    ui::Window* top = tk.topModal();
+    if (!top) throw std::logic_error("asked to answer with no window open");
+    const std::string name = top->name();
+    if (name == "frmMsgOk") {
+        // The end of a game is told while the round is still on the board.
+        if (program_->frmMsgOk().lblTitel.Caption == "\r\nSpielende.") noteRoundEnd();
+        return tk.click(program_->frmMsgOk().lblOk);
+    }
+    if (name == "frmMsgJa") {
+        ui::FrmMsgJa& w = program_->frmMsgJa();
+        const bool newGameQuestion = w.lblTitel.Caption == "\r\n»Neues Spiel« bestätigen";
+        if (newGameQuestion) {
+            if (!newGame()) return tk.click(w.lblNein);
+            ++games_;
+        }
+        return tk.click(w.lblJa);
+    }
+    if (name == "frmBeste") return tk.click(program_->frmBeste().cmdEnde);
+    throw std::logic_error("no answer for " + name);
+}
+
+void Spielerbot::play(long rounds) {
+    ui::Toolkit& tk = program_->tk;
+    ui::FrmSpielfeld& f = program_->frmSpielfeld();
+    if (f.imgNeu.Visible) tk.click(f.imgNeu);
+    while (rounds_ < rounds && !tk.ended()) {
+        if (f.imgNaechsterLevel.Visible) {
+            noteRoundEnd();
+            if (rounds_ >= rounds) break;
+            checked_ = false;
+            tk.click(f.imgNaechsterLevel);
+            continue;
+        }
+        if (f.imgWuerfeln.Visible) {
+            tk.click(f.imgWuerfeln);
+            continue;
+        }
+        bool placed = false;
+        for (int i = 1; i <= 3 && !placed; ++i) {
+            if (f.imgAuswahl[i].Visible) placed = tk.click(f.imgAuswahl[i]);
+        }
+        if (placed) continue;
+        const auto due = tk.timers().nextDue();
+        if (!due) throw std::logic_error("the game stands still");
+        loop_.FastForwardBy(*due - loop_.now());
+        if (checked_ && !f.imgNaechsterLevel.Visible) checked_ = false;
+    }
+}
+
+}  // namespace zd::test

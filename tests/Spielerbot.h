@@ -1,0 +1,50 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <sstream>
+#include <string>
+
+#include "game/Programm.h"
+#include "ui/drive/HeadlessPlatform.h"
+#include "ui/model/VirtualLoop.h"
+
+namespace zd::test {
+
+// Plays the real program headless with the real die, as a patient player
+// would: throws, takes the first free place, goes on to the next level, and
+// answers every question with Ja. `roundEnded` is called the moment a round
+// has been evaluated, before anything else happens.
+class Spielerbot {
+public:
+    explicit Spielerbot(const std::string& driveRoot);
+    ~Spielerbot();
+
+    // Plays until `rounds` rounds have ended or the program has ended.
+    void play(long rounds);
+
+    std::function<void()> roundEnded;
+    // Answer to the question of a new game after a game has ended.
+    std::function<bool()> newGame = [] { return true; };
+
+    Programm& program() { return *program_; }
+    long rounds() const { return rounds_; }
+    long games() const { return games_; }
+
+    // The number a player has on the board, read from the dice pictures.
+    int boardNumber(int player);
+
+private:
+    bool answer();
+    void noteRoundEnd();
+
+    std::ostringstream events_;
+    ui::VirtualLoop loop_;
+    std::unique_ptr<drive::HeadlessPlatform> platform_;
+    std::unique_ptr<Programm> program_;
+    long rounds_ = 0;
+    long games_ = 1;
+    bool checked_ = false;
+};
+
+}  // namespace zd::test
