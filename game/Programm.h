@@ -67,6 +67,12 @@ public:
     ui::Toolkit tk;
     sys::Platform& platform;
     Gemeinsam g;
+    // While the question of the Beenden button is open, a game that ends
+    // behind it is told only once the player has chosen to play on.
+    struct {
+        bool frageOffen = false;
+        bool spielendeWartet = false;
+    } beenden;
     Wuerfel wuerfel;
     Ereignisse ereignisse;
 };

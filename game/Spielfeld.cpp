@@ -192,11 +192,21 @@ public:
 
     void imgEnde_Click() {
         if (g_.Guthaben[0] != 0) {
+            // The timers run on behind the question; should the game end
+            // there, it is told after the answer, and only if it is Nein.
+            p_.beenden.frageOffen = true;
             const bool ja = FrageMsgJa(
                 p_, 2,
                 std::string(CRLF) + "Bist Du sicher," + CRLF + "dass Du das Spiel beenden möchtest?",
                 std::string(CRLF) + "»Spiel beenden« bestätigen", NebenSpielfeld(1000, 1000));
-            if (!ja) return;
+            p_.beenden.frageOffen = false;
+            if (!ja) {
+                if (p_.beenden.spielendeWartet) {
+                    p_.beenden.spielendeWartet = false;
+                    PruefeSpielende(p_);
+                }
+                return;
+            }
         }
         p_.tk.unload(f_);
     }

@@ -40,6 +40,15 @@ void RundeAuswerten(Programm& p) {
     g.SpielerPunkte = g.Guthaben[0];
     if (BestmarkeGeschlagen(p)) f.imgBeste.Visible = true;
     ZeigeGuthaben(p);
+    if (p.beenden.frageOffen) {
+        p.beenden.spielendeWartet = true;
+        return;
+    }
+    PruefeSpielende(p);
+}
+
+void PruefeSpielende(Programm& p) {
+    const Gemeinsam& g = p.g;
     if (g.SpielerPunkte <= 0) SpielendeMelden(p);
     // Read after the step above, which may have started a new game.
     bool computerAus = false;
