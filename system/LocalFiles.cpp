@@ -44,6 +44,8 @@ std::optional<std::string> LocalFiles::readFile(const std::string& path, int& er
     std::ifstream in(path, std::ios::binary);
     if (!in) {
         error = errno != 0 ? errno : ENOENT;
+        // A missing folder on the way is another failure than a missing file.
+        if (error == ENOENT && pathState(path) == PathState::OtherFailure) error = ENOTDIR;
         return std::nullopt;
     }
     std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
