@@ -118,7 +118,10 @@ private:
     void ZeigePunkte() {
         ui::FrmDigital& d = p_.frmDigital();
         for (int zeile = 0; zeile < kZeilen; ++zeile) {
-            const std::string s = f_.lstPunkte.List(zeile);
+            // Blanks round a hand-edited number are not part of it.
+            std::string s = f_.lstPunkte.List(zeile);
+            s.erase(0, s.find_first_not_of(' '));
+            s.erase(s.find_last_not_of(' ') + 1);
             const std::int32_t n = Punktzahl(s);
             const int bild = kSpalten * zeile;
             if (n == 0) continue;

@@ -4,7 +4,7 @@
 #   WORK    a scratch folder, made empty first
 # Lines at the top of a script may say:
 #   # drive: OPTIONS      options for the driver; @WORK@ stands for the scratch folder
-#   # file: PATH = TEXT   a file made under the scratch folder first (\r\n for CR LF)
+#   # file: PATH = TEXT   a file made under the scratch folder first (\r, \n, \xHH)
 #   # exit: N             the exit code expected (0 when not said)
 #   # after: PATH = TEXT  a file that must hold exactly TEXT after the run
 cmake_policy(VERSION 3.25)
@@ -23,6 +23,12 @@ foreach(line IN LISTS header)
     set(path "${WORK}/${CMAKE_MATCH_1}")
     string(REPLACE "\\r" "\r" text "${CMAKE_MATCH_2}")
     string(REPLACE "\\n" "\n" text "${text}")
+    while(text MATCHES "\\\\x([0-9A-Fa-f][0-9A-Fa-f])")
+      set(hex "${CMAKE_MATCH_1}")
+      math(EXPR code "0x${hex}")
+      string(ASCII ${code} char)
+      string(REPLACE "\\x${hex}" "${char}" text "${text}")
+    endwhile()
     get_filename_component(dir "${path}" DIRECTORY)
     file(MAKE_DIRECTORY "${dir}")
     file(WRITE "${path}" "${text}")
