@@ -46,7 +46,10 @@ bool Spielerbot::answer() {
     const std::string name = top->name();
     if (name == "frmMsgOk") {
         // The end of a game is told while the round is still on the board.
-        if (program_->frmMsgOk().lblTitel.Caption == "\r\nSpielende.") noteRoundEnd();
+        if (program_->frmMsgOk().lblTitel.Caption == "\r\nSpielende.") {
+            gameEnded_ = true;
+            noteRoundEnd();
+        }
         return tk.click(program_->frmMsgOk().lblOk);
     }
     if (name == "frmMsgJa") {
@@ -68,6 +71,7 @@ void Spielerbot::play(long rounds) {
     if (f.imgNeu.Visible) tk.click(f.imgNeu);
     while (rounds_ < rounds && !tk.ended()) {
         if (f.imgNaechsterLevel.Visible) {
+            gameEnded_ = false;
             noteRoundEnd();
             if (rounds_ >= rounds) break;
             checked_ = false;

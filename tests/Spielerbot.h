@@ -29,6 +29,8 @@ public:
 
     Programm& program() { return *program_; }
     long rounds() const { return rounds_; }
+    // Whether the round last ended also ended the game.
+    bool gameEnded() const { return gameEnded_; }
     long games() const { return games_; }
 
     // The number a player has on the board, read from the dice pictures.
@@ -45,6 +47,7 @@ private:
     long rounds_ = 0;
     long games_ = 1;
     bool checked_ = false;
+    bool gameEnded_ = false;
 };
 
 }  // namespace zd::test
