@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs what a fresh Debian 12 machine lacks, builds, and then
 #   ./build.sh play   starts the game
-#   ./build.sh test   runs every test
+#   ./build.sh test   runs every test, also under the sanitizers
 set -euo pipefail
 cd "$(dirname "$0")"
 
@@ -25,9 +25,13 @@ case "${1:-}" in
     exec ./build/release/bin/zifferndach
     ;;
   test)
-    cmake --preset test
-    cmake --build --preset test
-    ctest --preset test
+    # Once as shipped, then once more under AddressSanitizer and
+    # UndefinedBehaviorSanitizer.
+    for preset in test asan; do
+      cmake --preset "$preset"
+      cmake --build --preset "$preset"
+      ctest --preset "$preset"
+    done
     ;;
   *)
     echo "usage: ./build.sh play | test" >&2

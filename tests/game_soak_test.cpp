@@ -62,7 +62,10 @@ TEST(GameSoak, TwoThousandGamesKeepTheirPromises) {
     const long growth = residentKiB() - memoryAfterWarmUp;
     RecordProperty("rounds", static_cast<int>(bot.rounds()));
     RecordProperty("memory_growth_kib", static_cast<int>(growth));
+#if !defined(__SANITIZE_ADDRESS__)
+    // (AddressSanitizer holds freed memory back on purpose, and finds leaks itself.)
     EXPECT_LT(growth, 2048) << "resident memory grew by " << growth << " KiB over 1,800 games";
+#endif
     std::filesystem::remove_all(root);
 }
 
