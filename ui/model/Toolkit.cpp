@@ -269,7 +269,9 @@ bool Toolkit::type(TextBox& box, const std::string& text) {
     dispatch([this, &box, text] {
         shift(box);
         box.Text = text;
-        box.SelStart = static_cast<int>(text.size());
+        int characters = 0;
+        for (char ch : text) characters += (static_cast<unsigned char>(ch) & 0xC0) != 0x80;
+        box.SelStart = characters;
         box.SelLength = 0;
     });
     return true;

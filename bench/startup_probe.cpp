@@ -1,0 +1,85 @@
+// Starts either the game or a bare Qt window of the playing field's size,
+// and quits right after the window's first paint, printing how many
+// milliseconds passed since the runner launched it (ZD_LAUNCHED_NS).
+#include <QApplication>
+#include <QMenuBar>
+#include <QScreen>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+#include "game/Programm.h"
+#include "game/Spiel.h"
+#include "ui/qt/Guard.h"
+#include "ui/qt/QtFrontEnd.h"
+#include "ui/qt/QtLoop.h"
+#include "ui/qt/QtPlatform.h"
+#include "ui/qt/WindowWidget.h"
+
+namespace {
+
+class FirstPaint : public QObject {
+public:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Paint && !seen_) {
+            seen_ = true;
+            // Quit once this paint has been done.
+            QTimer::singleShot(0, [] {
+                const long long launched = std::atoll(std::getenv("ZD_LAUNCHED_NS"));
+                const long long now = std::chrono::duration_cast<std::chrono::nanoseconds>(
+                                          std::chrono::steady_clock::now().time_since_epoch())
+                                          .count();
+                std::printf("%.2f\n", static_cast<double>(now - launched) / 1e6);
+                std::fflush(stdout);
+                QCoreApplication::exit(0);
+            });
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    bool seen_ = false;
+};
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    if (argc != 2 || !std::getenv("ZD_LAUNCHED_NS")) {
+        std::fprintf(stderr, "usage: ZD_LAUNCHED_NS=... startup_probe game|bare\n");
+        return 2;
+    }
+    QApplication app(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    FirstPaint probe;
+    if (std::strcmp(argv[1], "bare") == 0) {
+        QWidget window;
+        auto* layout = new QVBoxLayout(&window);
+        layout->setContentsMargins(0, 0, 0, 0);
+        layout->setMenuBar(new QMenuBar);
+        static_cast<QMenuBar*>(layout->menuBar())->addMenu(QStringLiteral("&Spiel"));
+        auto* canvas = new QWidget;
+        canvas->setFixedSize(784, 450);
+        layout->addWidget(canvas);
+        canvas->installEventFilter(&probe);
+        window.show();
+        return QApplication::exec();
+    }
+    zd::qt::QtLoop loop;
+    zd::qt::QtPlatform platform;
+    const QSize screen = QGuiApplication::primaryScreen()->availableGeometry().size();
+    zd::Programm p(loop, platform, screen.width() * zd::ui::kTwipsPerPixel,
+                   screen.height() * zd::ui::kTwipsPerPixel);
+    loop.attach(p.tk);
+    int result = 0;
+    zd::qt::guarded([&] {
+        zd::richteEin(p);
+        zd::qt::QtFrontEnd frontEnd(p.tk, loop);
+        p.tk.dispatch([&p] { zd::Main(p); });
+        if (QWidget* field = frontEnd.widgetFor(p.frmSpielfeld())) field->installEventFilter(&probe);
+        result = QApplication::exec();
+    });
+    return result;
+}

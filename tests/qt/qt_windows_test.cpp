@@ -1,0 +1,279 @@
+// The Qt layer against the real windows of the program, on Qt's offscreen
+// platform: what is painted, and that input reaches the model.
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QImage>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QTimer>
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "game/Programm.h"
+#include "ui/qt/ArtCache.h"
+#include "ui/qt/QtFrontEnd.h"
+#include "ui/qt/QtLoop.h"
+#include "ui/qt/QtPlatform.h"
+#include "ui/qt/WindowWidget.h"
+
+namespace {
+
+using zd::qt::placementOf;
+using zd::qt::WindowWidget;
+
+// One program with the Qt front end; its windows as designed, without the
+// game's event routines, so that nothing runs that the test did not ask for.
+struct Program {
+    zd::qt::QtLoop loop;
+    zd::qt::QtPlatform platform;
+    zd::Programm p{loop, platform, 1280 * 15, 1024 * 15};
+    zd::qt::QtFrontEnd frontEnd{p.tk, loop};
+
+    Program() { loop.attach(p.tk); }
+
+    void show(zd::ui::Window& w) {
+        p.tk.dispatch([&] { p.tk.show(w); });
+    }
+    WindowWidget& widget(const zd::ui::Window& w) {
+        WindowWidget* widget = frontEnd.widgetFor(w);
+        if (!widget) throw std::runtime_error(w.name() + " has no widget");
+        return *widget;
+    }
+};
+
+// A colour no window uses, to see what was left unpainted.
+const QColor kUnpainted(1, 2, 3);
+
+QImage render(QWidget& widget, qreal dpr) {
+    QImage image(widget.size() * dpr, QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(dpr);
+    image.fill(kUnpainted);
+    widget.render(&image);
+    return image;
+}
+
+// Every opaque pixel of `art` appears unchanged in `image` at `at`, both in
+// physical pixels: the picture is drawn at its size, from the top left,
+// neither scaled nor moved.
+void expectDrawnAt(const QImage& image, const QPixmap& art, QPoint at) {
+    const QImage expected = art.toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    int compared = 0;
+    for (int y = 0; y < expected.height(); ++y) {
+        for (int x = 0; x < expected.width(); ++x) {
+            const QRgb want = expected.pixel(x, y);
+            if (qAlpha(want) != 255) continue;
+            ASSERT_EQ(image.pixel(at.x() + x, at.y() + y), want) << "at " << x << "," << y;
+            ++compared;
+        }
+    }
+    EXPECT_GT(compared, expected.width() * expected.height() / 3);
+}
+
+void sendMouse(QWidget* target, QEvent::Type type, QPoint pos) {
+    const Qt::MouseButtons held =
+        type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(Qt::LeftButton);
+    QMouseEvent e(type, QPointF(pos), QPointF(target->mapToGlobal(pos)),
+                  type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton, held,
+                  Qt::NoModifier);
+    QCoreApplication::sendEvent(target, &e);
+}
+
+QPoint centre(WindowWidget& widget, const zd::ui::Control& c) {
+    return placementOf(c, widget.clientSize()).rect.center();
+}
+
+TEST(QtArt, PicturesComeOutAtTheirPixelSizeAtEveryDensity) {
+    Program program;
+    zd::qt::ArtCache& art = program.frontEnd.art();
+    const zd::ui::PictureData& die = *program.p.frmBilder().imgWurf[0].picture;
+
+    const QPixmap single = art.pixmap(die, 1.0);
+    ASSERT_FALSE(single.isNull());
+    EXPECT_EQ(single.size(), QSize(69, 66));
+    EXPECT_EQ(single.devicePixelRatio(), 1.0);
+
+    const QPixmap doubled = art.pixmap(die, 2.0);
+    EXPECT_EQ(doubled.size(), QSize(138, 132));
+    EXPECT_EQ(doubled.devicePixelRatio(), 2.0);
+
+    // Missing art draws nothing, and does not fail.
+    zd::qt::ArtCache nowhere("/nonexistent/folder");
+    EXPECT_TRUE(nowhere.pixmap(die, 1.0).isNull());
+    EXPECT_TRUE(art.pixmap("bilder", "no_such_element", QSize(10, 10), 1.0).isNull());
+}
+
+TEST(QtWindows, EveryWindowPaintsAtSingleAndDoubleDensity) {
+    Program program;
+    zd::Programm& p = program.p;
+    std::vector<zd::ui::Window*> windows = {&p.frmHintergrund(), &p.frmSpielfeld(),
+                                            &p.frmBeste(), &p.frmMsgOk(), &p.frmMsgJa()};
+    for (zd::ui::Window* w : windows) {
+        program.show(*w);
+        WindowWidget& widget = program.widget(*w);
+        EXPECT_EQ(widget.clientSize(), QSize(w->clientWidth() / 15, w->clientHeight() / 15))
+            << w->name();
+        for (qreal dpr : {1.0, 2.0}) {
+            // The client area is painted whole, to its last physical pixel.
+            const QImage image = render(widget, dpr);
+            const QRect client(widget.clientArea()->pos() * dpr, widget.clientSize() * dpr);
+            int unpainted = 0;
+            for (int y = client.top(); y <= client.bottom(); ++y) {
+                for (int x = client.left(); x <= client.right(); ++x) {
+                    if (image.pixelColor(x, y) == kUnpainted) ++unpainted;
+                }
+            }
+            EXPECT_EQ(unpainted, 0) << w->name() << " at " << dpr;
+        }
+    }
+
+    // A die of the playing field, drawn from art of the density it is shown at.
+    WindowWidget& field = program.widget(p.frmSpielfeld());
+    const zd::ui::Image& die = p.frmSpielfeld().imgWurf[0];
+    const QPoint at =
+        placementOf(die, field.clientSize()).rect.topLeft() + field.clientArea()->pos();
+    for (qreal dpr : {1.0, 2.0}) {
+        SCOPED_TRACE(dpr);
+        const QImage image = render(field, dpr);
+        expectDrawnAt(image, program.frontEnd.art().pixmap(*die.picture, dpr), at * dpr);
+    }
+}
+
+TEST(QtInput, AClickOnAControlReachesTheModel) {
+    Program program;
+    zd::ui::FrmSpielfeld& f = program.p.frmSpielfeld();
+    program.show(f);
+    WindowWidget& widget = program.widget(f);
+    QWidget* client = widget.clientArea();
+
+    std::vector<std::string> seen;
+    f.imgNeu.MouseDown = [&] { seen.push_back("down"); };
+    f.imgNeu.MouseUp = [&] { seen.push_back("up"); };
+    f.imgNeu.Click = [&] { seen.push_back("click"); };
+    sendMouse(client, QEvent::MouseButtonPress, centre(widget, f.imgNeu));
+    sendMouse(client, QEvent::MouseButtonRelease, centre(widget, f.imgNeu));
+    EXPECT_EQ(seen, (std::vector<std::string>{"down", "up", "click"}));
+
+    // Let go elsewhere: the control hears the release but sees no click.
+    seen.clear();
+    sendMouse(client, QEvent::MouseButtonPress, centre(widget, f.imgNeu));
+    sendMouse(client, QEvent::MouseButtonRelease, centre(widget, f.imgEnde));
+    EXPECT_EQ(seen, (std::vector<std::string>{"down", "up"}));
+
+    // A die of the board panel, under the frame drawn round its row: the
+    // frame lets the click through, and the panel's offset is respected.
+    int clicked = 0;
+    zd::ui::Image& board = f.imgAndrea[0];
+    board.Click = [&] { ++clicked; };
+    sendMouse(client, QEvent::MouseButtonPress, centre(widget, board));
+    sendMouse(client, QEvent::MouseButtonRelease, centre(widget, board));
+    EXPECT_EQ(clicked, 1);
+}
+
+void typeKey(QWidget* target, int key, const QString& text = {}) {
+    QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);
+    QCoreApplication::sendEvent(target, &press);
+    QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier, text);
+    QCoreApplication::sendEvent(target, &release);
+}
+
+TEST(QtInput, TextBoxesFollowTheModelAndTypingGoesBack) {
+    Program program;
+    zd::ui::FrmBeste& f = program.p.frmBeste();
+    zd::ui::TextBox& box = f.txtSpieler[0];
+    program.show(f);
+    program.p.tk.dispatch([&] {
+        box.Locked = false;
+        box.Text = "Niemand";
+        box.SelStart = 0;
+        box.SelLength = 7;
+        box.SetFocus();
+    });
+    QLineEdit* edit = program.widget(f).lineEditFor(box);
+    ASSERT_NE(edit, nullptr);
+    EXPECT_EQ(edit->text(), QStringLiteral("Niemand"));
+    EXPECT_EQ(edit->selectedText(), QStringLiteral("Niemand"));
+    EXPECT_FALSE(edit->isReadOnly());
+
+    // Typing replaces the selection, in the model too.
+    typeKey(edit, Qt::Key_A, QStringLiteral("A"));
+    typeKey(edit, Qt::Key_N, QStringLiteral("n"));
+    EXPECT_EQ(box.Text, "An");
+    // Typing in the middle keeps the caret where it is, in both.
+    typeKey(edit, Qt::Key_Home);
+    typeKey(edit, Qt::Key_D, QStringLiteral("D"));
+    EXPECT_EQ(box.Text, "DAn");
+    EXPECT_EQ(edit->cursorPosition(), 1);
+    EXPECT_EQ(box.SelStart, 1);
+
+    // A locked box takes no typing.
+    program.p.tk.dispatch([&] { box.Locked = true; });
+    typeKey(edit, Qt::Key_X, QStringLiteral("x"));
+    EXPECT_EQ(box.Text, "DAn");
+    EXPECT_EQ(edit->text(), QStringLiteral("DAn"));
+}
+
+TEST(QtWindows, AWindowUnloadedByTheModelLosesItsWidget) {
+    Program program;
+    zd::ui::FrmMsgOk& msg = program.p.frmMsgOk();
+    program.show(msg);
+    QPointer<WindowWidget> widget = program.frontEnd.widgetFor(msg);
+    ASSERT_TRUE(widget);
+    EXPECT_TRUE(widget->isVisible());
+
+    program.p.tk.dispatch([&] { program.p.tk.unload(msg); });
+    EXPECT_EQ(program.frontEnd.widgetFor(msg), nullptr);
+    ASSERT_TRUE(widget);
+    EXPECT_FALSE(widget->isVisible());
+    EXPECT_EQ(widget->modelWindow(), nullptr);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_FALSE(widget);
+}
+
+TEST(QtLoop, AModalShowWaitsWhileTimersRunAndEndsWhenItsWindowGoes) {
+    Program program;
+    zd::Programm& p = program.p;
+    zd::ui::FrmSpielfeld& f = p.frmSpielfeld();
+    zd::ui::FrmMsgOk& msg = p.frmMsgOk();
+    program.show(f);
+
+    int ticks = 0;
+    bool returned = false;
+    f.timZeit.TimerEvent = [&] {
+        if (++ticks == 3) p.tk.unload(msg);
+    };
+    // Should the modal loop not end, this ends it, and the test fails.
+    QTimer::singleShot(5000, [&] {
+        if (p.tk.loaded("frmMsgOk")) p.tk.dispatch([&] { p.tk.unload(msg); });
+    });
+    p.tk.dispatch([&] {
+        f.timZeit.Interval = 1;
+        f.timZeit.Enabled = true;
+        p.tk.showModal(msg);
+        returned = true;
+        f.timZeit.Enabled = false;
+    });
+    EXPECT_TRUE(returned);
+    EXPECT_EQ(ticks, 3);
+    EXPECT_EQ(program.loop.nestedDepth(), 0);
+    EXPECT_EQ(program.frontEnd.widgetFor(msg), nullptr);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    // The offscreen platform cannot stack windows and says so each time.
+    static const QtMessageHandler standard = qInstallMessageHandler(nullptr);
+    qInstallMessageHandler([](QtMsgType type, const QMessageLogContext& context, const QString& m) {
+        if (!m.contains(QLatin1String("does not support raise()"))) standard(type, context, m);
+    });
+    QApplication app(argc, argv);
+    ::testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <tuple>
+
+#include <QPixmap>
+#include <QSize>
+
+#include "ui/model/Picture.h"
+
+class QSvgRenderer;
+
+namespace zd::qt {
+
+// The program's pictures, drawn from the art sheets beside the program at
+// the pixel density of the screen they are shown on. Every size is rendered
+// from the vector art, never scaled from another pixmap, so pictures stay
+// sharp at any scale. Missing sheets and elements give a null pixmap.
+class ArtCache {
+public:
+    explicit ArtCache(std::string folder);
+    ~ArtCache();
+    ArtCache(const ArtCache&) = delete;
+    ArtCache& operator=(const ArtCache&) = delete;
+
+    // The picture at `logicalSize` device-independent pixels, rendered with
+    // `dpr` physical pixels per logical pixel.
+    QPixmap pixmap(const ui::PictureData& picture, QSize logicalSize, qreal dpr);
+    // The picture at its own pixel size.
+    QPixmap pixmap(const ui::PictureData& picture, qreal dpr);
+    QPixmap pixmap(const std::string& sheet, const std::string& element, QSize logicalSize,
+                   qreal dpr);
+
+private:
+    QSvgRenderer* sheet(const std::string& name);
+
+    using Key = std::tuple<std::string, std::string, int, int>;
+    std::string folder_;
+    // A sheet that could not be loaded is kept as null so it is tried once.
+    std::map<std::string, std::unique_ptr<QSvgRenderer>> sheets_;
+    std::map<Key, QPixmap> pixmaps_;
+};
+
+}  // namespace zd::qt

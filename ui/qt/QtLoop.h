@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+#include <QElapsedTimer>
+#include <QTimer>
+
+#include "ui/model/EventLoop.h"
+
+class QEventLoop;
+
+namespace zd::ui {
+class Toolkit;
+}
+
+namespace zd::qt {
+
+class QtFrontEnd;
+
+// Real time and Qt's event loop for the toolkit: one precise timer armed for
+// the earliest due toolkit timer, and a nested Qt event loop for every modal
+// show that is waiting.
+class QtLoop : public ui::EventLoop {
+public:
+    QtLoop();
+    ~QtLoop() override;
+    QtLoop(const QtLoop&) = delete;
+    QtLoop& operator=(const QtLoop&) = delete;
+
+    void attach(ui::Toolkit& toolkit);
+    void setFrontEnd(QtFrontEnd* frontEnd) { frontEnd_ = frontEnd; }
+
+    std::int64_t now() const override;
+    void timersChanged() override;
+    void runModal(const std::function<bool()>& finished) override;
+    void afterEvent() override;
+    void modalBegins(ui::Window& w) override;
+    void windowGone(ui::Window& w) override;
+    void dragWindow(ui::Window& w) override;
+    void programEnded() override;
+
+    // Modal shows waiting in nested loops, innermost last.
+    int nestedDepth() const { return static_cast<int>(nested_.size()); }
+
+private:
+    struct Nested {
+        QEventLoop* loop;
+        const std::function<bool()>* finished;
+    };
+
+    void arm();
+    void fire();
+
+    ui::Toolkit* toolkit_ = nullptr;
+    QtFrontEnd* frontEnd_ = nullptr;
+    QElapsedTimer clock_;
+    QTimer timer_;
+    std::vector<Nested> nested_;
+};
+
+}  // namespace zd::qt

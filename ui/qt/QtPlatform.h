@@ -1,0 +1,35 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "system/Platform.h"
+
+class QSoundEffect;
+
+namespace zd::qt {
+
+// The platform of the real program: Qt's idea of data folders, the folder
+// of the executable, Qt Multimedia for sound and the desktop for documents.
+class QtPlatform : public sys::LocalFiles {
+public:
+    QtPlatform();
+    ~QtPlatform() override;
+    QtPlatform(const QtPlatform&) = delete;
+    QtPlatform& operator=(const QtPlatform&) = delete;
+
+    std::string systemDriveRoot() override;
+    std::string programFolder() override;
+    int waveOutputCount() override;
+    void playWave(const std::string& path) override;
+    void openDocument(const std::string& path) override;
+
+private:
+    // A few players per sound file, so that a sound asked for again while
+    // it still plays starts afresh beside it instead of cutting it off.
+    std::map<std::string, std::vector<std::unique_ptr<QSoundEffect>>> sounds_;
+};
+
+}  // namespace zd::qt
