@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QMenuBar>
 #include <QScreen>
+#include <QStandardPaths>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <chrono>
@@ -52,6 +53,7 @@ int main(int argc, char* argv[]) {
         return 2;
     }
     QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Zifferndach"));
     QApplication::setQuitOnLastWindowClosed(false);
     FirstPaint probe;
     if (std::strcmp(argv[1], "bare") == 0) {
@@ -76,7 +78,8 @@ int main(int argc, char* argv[]) {
     int result = 0;
     zd::qt::guarded([&] {
         zd::richteEin(p);
-        zd::qt::QtFrontEnd frontEnd(p.tk, loop);
+        zd::qt::QtFrontEnd frontEnd(
+            p.tk, loop, QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + "/art");
         p.tk.dispatch([&p] { zd::Main(p); });
         if (QWidget* field = frontEnd.widgetFor(p.frmSpielfeld())) field->installEventFilter(&probe);
         result = QApplication::exec();

@@ -17,6 +17,9 @@
 
 #include "game/Programm.h"
 #include "ui/qt/ArtCache.h"
+
+#include <QFile>
+#include <QTemporaryDir>
 #include "ui/qt/QtFrontEnd.h"
 #include "ui/qt/QtLoop.h"
 #include "ui/qt/QtPlatform.h"
@@ -106,6 +109,37 @@ TEST(QtArt, PicturesComeOutAtTheirPixelSizeAtEveryDensity) {
     zd::qt::ArtCache nowhere("/nonexistent/folder");
     EXPECT_TRUE(nowhere.pixmap(die, 1.0).isNull());
     EXPECT_TRUE(art.pixmap("bilder", "no_such_element", QSize(10, 10), 1.0).isNull());
+}
+
+TEST(QtArt, RenderingsKeptOnDiskComeBackAlikeAndGoWhenTheSheetChanges) {
+    QTemporaryDir home;
+    QTemporaryDir disk;
+    const QString assets = QString::fromUtf8(ZD_PROGRAM_DIR);
+    ASSERT_TRUE(QFile::copy(assets + "/bilder.svg", home.filePath("bilder.svg")));
+    const std::string folder = home.path().toStdString();
+
+    const QImage first =
+        zd::qt::ArtCache(folder, disk.path()).pixmap("bilder", "die_3", QSize(69, 66), 2.0).toImage();
+    ASSERT_FALSE(first.isNull());
+    // A rendering counts only for the sheet it came from: without it, nothing.
+    QFile::rename(home.filePath("bilder.svg"), home.filePath("moved.svg"));
+    EXPECT_TRUE(zd::qt::ArtCache(folder, disk.path())
+                    .pixmap("bilder", "die_3", QSize(69, 66), 2.0)
+                    .isNull());
+    QFile::rename(home.filePath("moved.svg"), home.filePath("bilder.svg"));
+    const QImage again =
+        zd::qt::ArtCache(folder, disk.path()).pixmap("bilder", "die_3", QSize(69, 66), 2.0).toImage();
+    EXPECT_EQ(again, first);
+
+    // A new sheet of the same name is not mistaken for the old one.
+    QFile sheet(home.filePath("bilder.svg"));
+    ASSERT_TRUE(sheet.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    sheet.write("<svg xmlns='http://www.w3.org/2000/svg' width='69' height='66'>"
+                "<g id='die_3'><rect width='69' height='66' fill='#ff0000'/></g></svg>");
+    sheet.close();
+    const QImage changed =
+        zd::qt::ArtCache(folder, disk.path()).pixmap("bilder", "die_3", QSize(69, 66), 2.0).toImage();
+    EXPECT_EQ(changed.pixelColor(10, 10), QColor(255, 0, 0));
 }
 
 TEST(QtWindows, EveryWindowPaintsAtSingleAndDoubleDensity) {

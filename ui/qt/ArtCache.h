@@ -6,6 +6,7 @@
 #include <tuple>
 
 #include <QPixmap>
+#include <QString>
 #include <QSize>
 
 #include "ui/model/Picture.h"
@@ -18,9 +19,13 @@ namespace zd::qt {
 // the pixel density of the screen they are shown on. Every size is rendered
 // from the vector art, never scaled from another pixmap, so pictures stay
 // sharp at any scale. Missing sheets and elements give a null pixmap.
+//
+// Rendering the vector art is the slow part of starting, so what has been
+// rendered once is also kept on disk, in `diskFolder` (none when empty), and
+// read back on later starts; a changed sheet is rendered anew.
 class ArtCache {
 public:
-    explicit ArtCache(std::string folder);
+    explicit ArtCache(std::string folder, QString diskFolder = {});
     ~ArtCache();
     ArtCache(const ArtCache&) = delete;
     ArtCache& operator=(const ArtCache&) = delete;
@@ -35,9 +40,14 @@ public:
 
 private:
     QSvgRenderer* sheet(const std::string& name);
+    // Where a rendering of the sheet as it is now lies on disk; empty when
+    // there is no disk cache or no such sheet.
+    QString diskPath(const std::string& sheet, const std::string& element, int width, int height);
 
     using Key = std::tuple<std::string, std::string, int, int>;
     std::string folder_;
+    QString diskFolder_;
+    std::map<std::string, QString> sheetVersions_;
     // A sheet that could not be loaded is kept as null so it is tried once.
     std::map<std::string, std::unique_ptr<QSvgRenderer>> sheets_;
     std::map<Key, QPixmap> pixmaps_;

@@ -43,8 +43,8 @@ private:
 
 }  // namespace
 
-QtFrontEnd::QtFrontEnd(ui::Toolkit& toolkit, QtLoop& loop)
-    : tk_(toolkit), loop_(loop), art_(toolkit.App.Path) {
+QtFrontEnd::QtFrontEnd(ui::Toolkit& toolkit, QtLoop& loop, QString artDiskCache)
+    : tk_(toolkit), loop_(loop), art_(toolkit.App.Path, std::move(artDiskCache)) {
     loop_.setFrontEnd(this);
     focusWatch_ = std::make_unique<FocusWatch>(*this);
     QCoreApplication::instance()->installNativeEventFilter(focusWatch_.get());

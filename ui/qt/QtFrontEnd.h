@@ -24,7 +24,8 @@ class WindowWidget;
 // after every event, and the real input of the user fed back into it.
 class QtFrontEnd {
 public:
-    QtFrontEnd(ui::Toolkit& toolkit, QtLoop& loop);
+    // Rendered art is kept in `artDiskCache` between runs, when given.
+    QtFrontEnd(ui::Toolkit& toolkit, QtLoop& loop, QString artDiskCache = {});
     ~QtFrontEnd();
     QtFrontEnd(const QtFrontEnd&) = delete;
     QtFrontEnd& operator=(const QtFrontEnd&) = delete;

@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QScreen>
+#include <QStandardPaths>
 
 #include "game/Programm.h"
 #include "game/Spiel.h"
@@ -27,7 +28,8 @@ int main(int argc, char* argv[]) {
     int result = 0;
     zd::qt::guarded([&] {
         zd::richteEin(p);
-        zd::qt::QtFrontEnd frontEnd(p.tk, loop);
+        zd::qt::QtFrontEnd frontEnd(
+            p.tk, loop, QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + "/art");
         // The start may already end the program, in a message at start-up.
         p.tk.dispatch([&p] { zd::Main(p); });
         if (!p.tk.ended()) result = QApplication::exec();
