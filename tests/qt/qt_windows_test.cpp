@@ -9,6 +9,8 @@
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPointer>
+#include <QFile>
+#include <QTemporaryDir>
 #include <QTimer>
 
 #include <stdexcept>
@@ -16,10 +18,8 @@
 #include <vector>
 
 #include "game/Programm.h"
+#include "game/Spiel.h"
 #include "ui/qt/ArtCache.h"
-
-#include <QFile>
-#include <QTemporaryDir>
 #include "ui/qt/QtFrontEnd.h"
 #include "ui/qt/QtLoop.h"
 #include "ui/qt/QtPlatform.h"
@@ -267,6 +267,113 @@ TEST(QtWindows, AWindowUnloadedByTheModelLosesItsWidget) {
     EXPECT_EQ(widget->modelWindow(), nullptr);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_FALSE(widget);
+}
+
+// Qt's event loop with a clock that moves only when the test says so.
+class ManualLoop : public zd::qt::QtLoop {
+public:
+    std::int64_t now() const override { return now_; }
+    // Every timer due within `ms`, in time order, as a real clock would.
+    void advance(std::int64_t ms, zd::ui::Toolkit& tk) {
+        const std::int64_t end = now_ + ms;
+        while (auto due = tk.timers().nextDue()) {
+            if (*due > end || tk.ended()) break;
+            now_ = std::max(now_, *due);
+            fire();
+        }
+        now_ = end;
+    }
+
+private:
+    std::int64_t now_ = 0;
+};
+
+// The whole game in the real layer: real mouse events on the drawn
+// controls, the game's own routines, a fixed die.
+struct Game {
+    QTemporaryDir data;
+    ManualLoop loop;
+    zd::qt::QtPlatform platform;
+    zd::Programm p{loop, platform, 1280 * 15, 1024 * 15};
+    zd::qt::QtFrontEnd frontEnd{p.tk, loop};
+
+    Game() {
+        qputenv("XDG_DATA_HOME", data.path().toUtf8());
+        loop.attach(p.tk);
+        p.wuerfel.vorgabe = [] { return 6; };
+        zd::richteEin(p);
+        p.tk.dispatch([this] { zd::Main(p); });
+    }
+    // A press and release at the middle of where the control is drawn.
+    void click(const zd::ui::Control& c) {
+        WindowWidget* widget = frontEnd.widgetFor(c.window());
+        ASSERT_NE(widget, nullptr) << c.path() << " is on no widget";
+        sendMouse(widget->clientArea(), QEvent::MouseButtonPress, centre(*widget, c));
+        sendMouse(widget->clientArea(), QEvent::MouseButtonRelease, centre(*widget, c));
+    }
+    void wait(std::int64_t ms) { loop.advance(ms, p.tk); }
+};
+
+TEST(QtGame, ARoundAndTheNextLevelPlayedWithTheMouse) {
+    Game game;
+    zd::Programm& p = game.p;
+    zd::ui::FrmSpielfeld& f = p.frmSpielfeld();
+    ASSERT_TRUE(f.visible());
+
+    // Hidden, the throw button takes nothing.
+    game.click(f.imgWuerfeln);
+    EXPECT_EQ(p.g.WurfNummer, 0);
+    game.click(f.imgNeu);
+    ASSERT_TRUE(f.imgWuerfeln.Visible);
+    for (int choice : {3, 2}) {
+        game.click(f.imgWuerfeln);
+        game.wait(700);
+        ASSERT_TRUE(f.imgAuswahl[choice].Visible);
+        game.click(f.imgAuswahl[choice]);
+        game.wait(1500);
+    }
+    game.click(f.imgWuerfeln);
+    game.wait(700 + 1500);
+    EXPECT_EQ(f.lblGewonnen.Caption, "");  // six all round: a tie
+    ASSERT_TRUE(f.imgNaechsterLevel.Visible);
+
+    // The Beenden question, answered Nein with the mouse inside its own loop.
+    QTimer::singleShot(0, [&] { game.click(p.frmMsgJa().lblNein); });
+    game.click(f.imgEnde);
+    EXPECT_EQ(p.g.MsgAntwort, 2);
+    EXPECT_EQ(p.tk.loaded("frmMsgJa"), nullptr);
+
+    // The next level's button stands where the throw button was.
+    game.click(f.imgWuerfeln);
+    EXPECT_FALSE(f.imgNaechsterLevel.Visible);
+    EXPECT_EQ(f.lblGewonnen.Caption, "Spieler beginnt die neue Spielrunde");
+    EXPECT_TRUE(f.imgWuerfeln.Visible);
+}
+
+TEST(QtGame, AClickOnTheBackgroundLeavesTheFieldInFront) {
+    Game game;
+    zd::Programm& p = game.p;
+    zd::ui::FrmSpielfeld& f = p.frmSpielfeld();
+    game.click(f.imgNeu);
+    ASSERT_TRUE(zd::ui::sameObject(f.imgDiggi[0].picture, p.frmDigital().imgDiggi[2].picture));
+    game.click(p.frmHintergrund().Image1);
+    // The field came to the front again, and so was activated anew.
+    EXPECT_TRUE(zd::ui::sameObject(f.imgDiggi[0].picture, p.frmDigital().imgDiggi[10].picture));
+    EXPECT_EQ(p.tk.activeWindow(), &f);
+    EXPECT_EQ(p.tk.stacking().back(), &p.frmSpielfeld());
+}
+
+TEST(QtGame, SoundWithNoDeviceOrNoFileNeitherBlocksNorFails) {
+    Game game;
+    zd::Programm& p = game.p;
+    // Whatever the machine has, asking for a sound returns at once and the
+    // message still comes; with no device there is simply nothing to hear.
+    QTimer::singleShot(0, [&] { game.click(p.frmMsgJa().lblNein); });
+    game.click(p.frmSpielfeld().imgEnde);
+    game.platform.playWave(p.tk.App.Path + "/no-such.wav");
+    game.platform.playWave(p.tk.App.Path + "/bilder.svg");
+    EXPECT_EQ(p.g.MsgAntwort, 2);
+    EXPECT_FALSE(p.tk.ended());
 }
 
 TEST(QtLoop, AModalShowWaitsWhileTimersRunAndEndsWhenItsWindowGoes) {

@@ -44,6 +44,10 @@ public:
     // Modal shows waiting in nested loops, innermost last.
     int nestedDepth() const { return static_cast<int>(nested_.size()); }
 
+protected:
+    // Fires every toolkit timer due now.
+    void fire();
+
 private:
     struct Nested {
         QEventLoop* loop;
@@ -51,7 +55,6 @@ private:
     };
 
     void arm();
-    void fire();
 
     ui::Toolkit* toolkit_ = nullptr;
     QtFrontEnd* frontEnd_ = nullptr;
