@@ -6,7 +6,7 @@ set -euo pipefail
 cd "$(dirname "$0")"
 
 packages=(cmake g++ make qt6-base-dev qt6-svg-dev qt6-multimedia-dev libgtest-dev
-          fonts-liberation libgl-dev)
+          fonts-liberation libgl-dev clang libclang-rt-14-dev)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")
@@ -25,9 +25,9 @@ case "${1:-}" in
     exec ./build/release/bin/zifferndach
     ;;
   test)
-    # Once as shipped, then once more under AddressSanitizer and
-    # UndefinedBehaviorSanitizer.
-    for preset in test asan; do
+    # Once as shipped, once more under AddressSanitizer and
+    # UndefinedBehaviorSanitizer, and the best list's fuzz target.
+    for preset in test asan fuzz; do
       cmake --preset "$preset"
       cmake --build --preset "$preset"
       ctest --preset "$preset"

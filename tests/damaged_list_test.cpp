@@ -1,0 +1,47 @@
+// Damaged or foreign list files: whatever the file holds, the game starts
+// and a round can be played.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "Spielerbot.h"
+
+namespace zd::test {
+namespace {
+
+TEST(DamagedList, TheGameStartsAndPlaysWhateverTheFileHolds) {
+    const std::string tenLines = "A\r\nB\r\nC\r\nD\r\nE\r\n";
+    const std::vector<std::string> contents = {
+        "",
+        std::string("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16),
+        std::string("Ni\0mand\r\n\0\r\n\0\r\n\0\r\n\0\r\n1\0\r\n2\r\n3\r\n4\r\n5\r\n", 42),
+        std::string(10 * 1024 * 1024, 'x'),
+        tenLines + "-5\r\nabc\r\n99999999999\r\n\r\n1e3\r\n",
+        "\xff\xfe\xfd\r\n\xc3\x28\r\n\xe2\x82\r\n\x80\r\n\x81\r\n1\r\n2\r\n3\r\n4\r\n5",
+    };
+    int index = 0;
+    for (const std::string& content : contents) {
+        SCOPED_TRACE("file " + std::to_string(index));
+        const auto root = std::filesystem::temp_directory_path() /
+                          ("zd-damaged-" + std::to_string(index++));
+        std::filesystem::remove_all(root);
+        std::filesystem::create_directories(root / "wuerfelhof");
+        std::ofstream(root / "wuerfelhof" / "zifdach.txt", std::ios::binary) << content;
+
+        Spielerbot bot(root.string());
+        Programm& p = bot.program();
+        EXPECT_TRUE(p.frmSpielfeld().visible());
+        EXPECT_GE(p.g.Bestmarke, 0);
+        EXPECT_LE(p.frmBeste().lstPunkte.ListCount(), 5);
+        bot.play(2);
+        EXPECT_EQ(bot.rounds(), 2);
+        EXPECT_FALSE(p.tk.ended());
+        std::filesystem::remove_all(root);
+    }
+}
+
+}  // namespace
+}  // namespace zd::test
