@@ -1,0 +1,30 @@
+// Whole games per second through the headless program: the real die, every
+// question answered Ja, until the given number of games has been played.
+//   headless_bench [GAMES]
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+
+#include "Spielerbot.h"
+
+int main(int argc, char** argv) {
+    const long games = argc > 1 ? std::atol(argv[1]) : 5000;
+    const auto root = std::filesystem::temp_directory_path() / "zd-headless-bench";
+    std::filesystem::remove_all(root);
+    std::filesystem::create_directories(root);
+    const auto start = std::chrono::steady_clock::now();
+    long rounds = 0;
+    {
+        zd::test::Spielerbot bot(root.string());
+        bot.newGame = [&bot, games] { return bot.games() < games; };
+        bot.play(1L << 40);
+        rounds = bot.rounds();
+    }
+    const double seconds =
+        std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    std::printf("%ld games, %ld rounds in %.2f s: %.0f games/s, %.0f rounds/s (target: 1000 games/s)\n",
+                games, rounds, seconds, games / seconds, rounds / seconds);
+    std::filesystem::remove_all(root);
+    return 0;
+}
