@@ -10,13 +10,11 @@
 
 int main(int argc, char** argv) {
     const long games = argc > 1 ? std::atol(argv[1]) : 5000;
-    const auto root = std::filesystem::temp_directory_path() / "zd-headless-bench";
-    std::filesystem::remove_all(root);
-    std::filesystem::create_directories(root);
+    const std::string root = zd::test::freshFolder("zd-headless-bench");
     const auto start = std::chrono::steady_clock::now();
     long rounds = 0;
     {
-        zd::test::Spielerbot bot(root.string());
+        zd::test::Spielerbot bot(root);
         bot.newGame = [&bot, games] { return bot.games() < games; };
         bot.play(1L << 40);
         rounds = bot.rounds();

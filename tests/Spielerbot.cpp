@@ -1,10 +1,21 @@
 #include "Spielerbot.h"
 
+#include <unistd.h>
+
+#include <filesystem>
 #include <stdexcept>
 
 #include "game/Spiel.h"
 
 namespace zd::test {
+
+std::string freshFolder(const std::string& name) {
+    const auto folder = std::filesystem::temp_directory_path() /
+                        (name + "-" + std::to_string(::getpid()));
+    std::filesystem::remove_all(folder);
+    std::filesystem::create_directories(folder);
+    return folder.string();
+}
 
 Spielerbot::Spielerbot(const std::string& driveRoot) {
     platform_ = std::make_unique<drive::HeadlessPlatform>(events_, ZD_PROGRAM_DIR, driveRoot, true);

@@ -11,6 +11,10 @@
 
 namespace zd::test {
 
+// An empty folder of this process's own under the system's temporary
+// folder, so that test runs side by side never share one.
+std::string freshFolder(const std::string& name);
+
 // Plays the real program headless with the real die, as a patient player
 // would: throws, takes the first free place, goes on to the next level, and
 // answers every question with Ja. `roundEnded` is called the moment a round

@@ -25,9 +25,7 @@ TEST(DamagedList, TheGameStartsAndPlaysWhateverTheFileHolds) {
     int index = 0;
     for (const std::string& content : contents) {
         SCOPED_TRACE("file " + std::to_string(index));
-        const auto root = std::filesystem::temp_directory_path() /
-                          ("zd-damaged-" + std::to_string(index++));
-        std::filesystem::remove_all(root);
+        const std::filesystem::path root = freshFolder("zd-damaged-" + std::to_string(index++));
         std::filesystem::create_directories(root / "wuerfelhof");
         std::ofstream(root / "wuerfelhof" / "zifdach.txt", std::ios::binary) << content;
 

@@ -30,9 +30,7 @@ int linesOf(const std::filesystem::path& file) {
 }
 
 TEST(GameSoak, TwoThousandGamesKeepTheirPromises) {
-    const auto root = std::filesystem::temp_directory_path() / "zd-game-soak";
-    std::filesystem::remove_all(root);
-    std::filesystem::create_directories(root);
+    const std::filesystem::path root = freshFolder("zd-game-soak");
     const auto list = root / "wuerfelhof" / "zifdach.txt";
     constexpr long kGames = 2000;
     Spielerbot bot(root.string());

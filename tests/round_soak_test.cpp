@@ -10,10 +10,8 @@ namespace zd::test {
 namespace {
 
 TEST(RoundSoak, TenThousandRoundsKeepTheirPromises) {
-    const auto root = std::filesystem::temp_directory_path() / "zd-round-soak";
-    std::filesystem::remove_all(root);
-    std::filesystem::create_directories(root);
-    Spielerbot bot(root.string());
+    const std::string root = freshFolder("zd-round-soak");
+    Spielerbot bot(root);
     Programm& p = bot.program();
     long failures = 0;
     bot.roundEnded = [&] {
