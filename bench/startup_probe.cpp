@@ -3,8 +3,6 @@
 // milliseconds passed since the runner launched it (ZD_LAUNCHED_NS).
 #include <QApplication>
 #include <QMenuBar>
-#include <QScreen>
-#include <QStandardPaths>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <chrono>
@@ -12,12 +10,10 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "game/Programm.h"
 #include "game/Spiel.h"
 #include "ui/qt/Guard.h"
 #include "ui/qt/QtFrontEnd.h"
-#include "ui/qt/QtLoop.h"
-#include "ui/qt/QtPlatform.h"
+#include "ui/qt/QtProgram.h"
 #include "ui/qt/WindowWidget.h"
 
 namespace {
@@ -69,17 +65,11 @@ int main(int argc, char* argv[]) {
         window.show();
         return QApplication::exec();
     }
-    zd::qt::QtLoop loop;
-    zd::qt::QtPlatform platform;
-    const QSize screen = QGuiApplication::primaryScreen()->availableGeometry().size();
-    zd::Programm p(loop, platform, screen.width() * zd::ui::kTwipsPerPixel,
-                   screen.height() * zd::ui::kTwipsPerPixel);
-    loop.attach(p.tk);
     int result = 0;
     zd::qt::guarded([&] {
-        zd::richteEin(p);
-        zd::qt::QtFrontEnd frontEnd(
-            p.tk, loop, QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + "/art");
+        zd::qt::QtProgram program;
+        zd::Programm& p = program.p;
+        zd::qt::QtFrontEnd frontEnd(p.tk, program.loop, zd::qt::QtProgram::artCache());
         p.tk.dispatch([&p] { zd::Main(p); });
         if (QWidget* field = frontEnd.widgetFor(p.frmSpielfeld())) field->installEventFilter(&probe);
         result = QApplication::exec();

@@ -8,19 +8,16 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
-#include <QScreen>
 #include <QTimer>
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <vector>
 
-#include "game/Programm.h"
 #include "game/Spiel.h"
 #include "ui/qt/Guard.h"
 #include "ui/qt/QtFrontEnd.h"
-#include "ui/qt/QtLoop.h"
-#include "ui/qt/QtPlatform.h"
+#include "ui/qt/QtProgram.h"
 
 namespace {
 
@@ -59,17 +56,11 @@ int main(int argc, char* argv[]) {
     qputenv("XDG_DATA_HOME", QByteArray("/tmp/zd-timing-bench"));
     QApplication app(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    zd::qt::QtLoop loop;
-    zd::qt::QtPlatform platform;
-    const QSize screen = QGuiApplication::primaryScreen()->availableGeometry().size();
-    zd::Programm p(loop, platform, screen.width() * zd::ui::kTwipsPerPixel,
-                   screen.height() * zd::ui::kTwipsPerPixel);
-    loop.attach(p.tk);
-    p.wuerfel.vorgabe = [] { return 3; };  // ties only: the game never ends
-
     zd::qt::guarded([&] {
-        zd::richteEin(p);
-        zd::qt::QtFrontEnd frontEnd(p.tk, loop);
+        zd::qt::QtProgram program;
+        zd::Programm& p = program.p;
+        p.wuerfel.vorgabe = [] { return 3; };  // ties only: the game never ends
+        zd::qt::QtFrontEnd frontEnd(p.tk, program.loop);
         p.tk.dispatch([&p] { zd::Main(p); });
         zd::ui::FrmSpielfeld& f = p.frmSpielfeld();
 

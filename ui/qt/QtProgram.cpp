@@ -1,0 +1,31 @@
+#include "ui/qt/QtProgram.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QStandardPaths>
+
+#include "game/Spiel.h"
+
+namespace zd::qt {
+
+namespace {
+
+QSize screenSize() {
+    const QScreen* primary = QGuiApplication::primaryScreen();
+    return primary ? primary->availableGeometry().size() : QSize(1024, 768);
+}
+
+}  // namespace
+
+QtProgram::QtProgram()
+    : p(loop, platform, screenSize().width() * ui::kTwipsPerPixel,
+        screenSize().height() * ui::kTwipsPerPixel) {
+    loop.attach(p.tk);
+    richteEin(p);
+}
+
+QString QtProgram::artCache() {
+    return QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + QStringLiteral("/art");
+}
+
+}  // namespace zd::qt

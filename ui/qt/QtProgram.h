@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QString>
+
+#include "game/Programm.h"
+#include "ui/qt/QtLoop.h"
+#include "ui/qt/QtPlatform.h"
+
+namespace zd::qt {
+
+// The program as it runs on Qt: Qt's event loop, the desktop platform, and
+// one program instance sized to the primary screen, with its event routines
+// bound. Needs a QApplication.
+class QtProgram {
+public:
+    QtProgram();
+    QtProgram(const QtProgram&) = delete;
+    QtProgram& operator=(const QtProgram&) = delete;
+
+    // Where rendered art is kept between runs.
+    static QString artCache();
+
+    QtLoop loop;
+    QtPlatform platform;
+    Programm p;
+};
+
+}  // namespace zd::qt
