@@ -56,6 +56,7 @@ bool Spielerbot::answer() {
     if (!top) throw std::logic_error("asked to answer with no window open");
     const std::string name = top->name();
     if (name == "frmMsgOk") {
+        messages_.push_back(program_->frmMsgOk().lblMeldung.Caption + program_->frmMsgOk().lblTitel.Caption);
         // The end of a game is told while the round is still on the board.
         if (program_->frmMsgOk().lblTitel.Caption == "\r\nSpielende.") {
             gameEnded_ = true;

@@ -4,6 +4,7 @@
 #include <memory>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "game/Programm.h"
 #include "ui/drive/HeadlessPlatform.h"
@@ -32,6 +33,8 @@ public:
     std::function<bool()> newGame = [] { return true; };
 
     Programm& program() { return *program_; }
+    // Every frmMsgOk text answered so far, lblMeldung and lblTitel together.
+    const std::vector<std::string>& messages() const { return messages_; }
     long rounds() const { return rounds_; }
     // Whether the round last ended also ended the game.
     bool gameEnded() const { return gameEnded_; }
@@ -52,6 +55,7 @@ private:
     long games_ = 1;
     bool checked_ = false;
     bool gameEnded_ = false;
+    std::vector<std::string> messages_;
 };
 
 }  // namespace zd::test
