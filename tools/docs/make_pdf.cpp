@@ -2,10 +2,17 @@
 // game: Liberation Sans, dark blue headings, pictures fitted to the page,
 // page numbers at the foot.      make_pdf INPUT.md OUTPUT.pdf
 //
-// Pictures are found relative to the Markdown file. A picture is as large on
-// paper as its own resolution says (a 192 dpi screenshot of a window at
-// scale 2 comes out as large as the window at scale 1), and never wider
-// than the text.
+// Pictures are found relative to the Markdown file. A picture's size on
+// paper follows its own resolution (a 192 dpi screenshot of a window at
+// scale 2 comes out as large as the one at scale 1), a little reduced, and
+// never wider than the text.
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <functional>
+#include <utility>
+#include <vector>
+
 #include <QAbstractTextDocumentLayout>
 #include <QFile>
 #include <QFileInfo>
@@ -23,10 +30,6 @@
 #include <QTextFrame>
 #include <QTextList>
 #include <QTextTable>
-
-#include <cmath>
-#include <cstdio>
-#include <functional>
 
 namespace {
 
@@ -47,6 +50,9 @@ constexpr double kMarginBottomMm = 22.0;
 // The page number sits this far below the text.
 constexpr double kFootGapMm = 9.0;
 constexpr double kBodyPoints = 11.0;
+// A window on paper, read from close by, looks right a little smaller than
+// on the screen.
+constexpr double kPictureScale = 0.8;
 
 int fail(const char* what, const QString& detail = {}) {
     std::fprintf(stderr, "make_pdf: %s%s%s\n", what, detail.isEmpty() ? "" : ": ",
@@ -96,7 +102,9 @@ void styleBlocks(QTextDocument& doc, const Units& u) {
             bf.setLineHeight(100, QTextBlockFormat::SingleHeight);
         } else {
             cf.setForeground(kText);
-            bf.setLineHeight(118, QTextBlockFormat::ProportionalHeight);
+            // Extra room below each line rather than a taller line, which
+            // would lift the line above its list number.
+            bf.setLineHeight(u.fromPoints(2.2), QTextBlockFormat::LineDistanceHeight);
             if (inTable) {
                 bf.setTopMargin(0);
                 bf.setBottomMargin(0);
@@ -109,42 +117,45 @@ void styleBlocks(QTextDocument& doc, const Units& u) {
             }
         }
         cursor.setBlockFormat(bf);
-        cursor.select(QTextCursor::BlockUnderCursor);
-        // BlockUnderCursor takes the separator before the block too; the
-        // formats only touch the block's own characters.
+        // The block's own character format draws its list marker, which
+        // must look the same in every item.
+        QTextCharFormat marker = cf;
+        if (level == 0) marker.setFontPointSize(kBodyPoints);
+        cursor.mergeBlockCharFormat(marker);
         QTextCursor own(block);
         own.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
         own.mergeCharFormat(cf);
-        if (level > 0) {
-            QTextCharFormat whole = cf;
-            cursor.setBlockCharFormat(whole);
-        }
     });
 }
 
 void styleCode(QTextDocument& doc) {
+    // Collected first: changing a format can merge fragments under our feet.
+    std::vector<std::pair<int, int>> code;
     forEachBlock(doc, [&](QTextBlock block) {
         for (auto it = block.begin(); !it.atEnd(); ++it) {
             const QTextFragment fragment = it.fragment();
-            if (!fragment.isValid() || !fragment.charFormat().fontFixedPitch()) continue;
-            QTextCursor c(&doc);
-            c.setPosition(fragment.position());
-            c.setPosition(fragment.position() + fragment.length(), QTextCursor::KeepAnchor);
-            QTextCharFormat f;
-            f.setFontFamilies(QStringList{kMono});
-            f.setFontPointSize(kBodyPoints - 1);
-            f.setBackground(QColor(0xf0, 0xf1, 0xf6));
-            c.mergeCharFormat(f);
+            if (fragment.isValid() && fragment.charFormat().fontFixedPitch()) {
+                code.emplace_back(fragment.position(), fragment.length());
+            }
         }
     });
+    QTextCharFormat f;
+    f.setFontFamilies(QStringList{kMono});
+    f.setFontPointSize(kBodyPoints - 1);
+    f.setBackground(QColor(0xf0, 0xf1, 0xf6));
+    for (const auto& [position, length] : code) {
+        QTextCursor c(&doc);
+        c.setPosition(position);
+        c.setPosition(position + length, QTextCursor::KeepAnchor);
+        c.mergeCharFormat(f);
+    }
 }
 
 void styleTables(QTextDocument& doc, const Units& u) {
     forEachTable(doc.rootFrame(), [&](QTextTable* table) {
+        // Rules between the rows only; the cells draw them.
         QTextTableFormat tf = table->format();
-        tf.setBorder(0.8);
-        tf.setBorderBrush(kRule);
-        tf.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
+        tf.setBorder(0);
         tf.setBorderCollapse(true);
         tf.setCellSpacing(0);
         tf.setCellPadding(u.fromPoints(4));
@@ -153,11 +164,19 @@ void styleTables(QTextDocument& doc, const Units& u) {
         tf.setTopMargin(u.fromPoints(3));
         tf.setBottomMargin(u.fromPoints(10));
         table->setFormat(tf);
+        for (int row = 0; row < table->rows(); ++row) {
+            for (int col = 0; col < table->columns(); ++col) {
+                QTextTableCell cell = table->cellAt(row, col);
+                QTextTableCellFormat cf = cell.format().toTableCellFormat();
+                cf.setBottomBorder(row == 0 ? 1.2 : 0.7);
+                cf.setBottomBorderBrush(row == 0 ? kHeading : kRule);
+                cf.setBottomBorderStyle(QTextFrameFormat::BorderStyle_Solid);
+                if (row == 0) cf.setBackground(kTableHead);
+                cell.setFormat(cf);
+            }
+        }
         for (int col = 0; col < table->columns(); ++col) {
             QTextTableCell cell = table->cellAt(0, col);
-            QTextCharFormat cf = cell.format();
-            cf.setBackground(kTableHead);
-            cell.setFormat(cf);
             QTextCursor c = cell.firstCursorPosition();
             c.setPosition(cell.lastCursorPosition().position(), QTextCursor::KeepAnchor);
             QTextCharFormat bold;
@@ -168,91 +187,228 @@ void styleTables(QTextDocument& doc, const Units& u) {
     });
 }
 
+bool isPictureBlock(const QTextBlock& block) {
+    bool anyImage = false;
+    for (auto it = block.begin(); !it.atEnd(); ++it) {
+        const QTextFragment fragment = it.fragment();
+        if (!fragment.isValid()) continue;
+        if (fragment.charFormat().isImageFormat()) {
+            anyImage = true;
+        } else if (!fragment.text().trimmed().isEmpty()) {
+            return false;
+        }
+    }
+    return anyImage;
+}
+
+bool isAllItalic(const QTextBlock& block) {
+    bool any = false;
+    for (auto it = block.begin(); !it.atEnd(); ++it) {
+        const QTextFragment fragment = it.fragment();
+        if (!fragment.isValid() || fragment.text().trimmed().isEmpty()) continue;
+        if (!fragment.charFormat().fontItalic()) return false;
+        any = true;
+    }
+    return any;
+}
+
+// A thin frame, so that the light edge of a window does not fade into the
+// paper.
+void framePicture(QImage& image) {
+    if (image.format() != QImage::Format_ARGB32_Premultiplied &&
+        image.format() != QImage::Format_RGB32) {
+        image = image.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    }
+    const int width = std::max(1, qRound(image.dotsPerMeterX() * 0.0254 / 96.0));
+    QPainter painter(&image);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(0x9a, 0xa0, 0xb4));
+    const int w = image.width();
+    const int h = image.height();
+    painter.drawRect(0, 0, w, width);
+    painter.drawRect(0, h - width, w, width);
+    painter.drawRect(0, 0, width, h);
+    painter.drawRect(w - width, 0, width, h);
+}
+
 // Loads every picture, gives it its size on paper and centres a picture
 // that stands alone in its paragraph. False if one cannot be read.
 bool placeImages(QTextDocument& doc, const Units& u, qreal textWidth, const QString& baseDir) {
-    bool ok = true;
+    struct Picture {
+        int position;
+        int length;
+        QTextImageFormat format;
+    };
+    std::vector<Picture> pictures;
     forEachBlock(doc, [&](QTextBlock block) {
-        bool onlyImages = true;
-        bool anyImage = false;
         for (auto it = block.begin(); !it.atEnd(); ++it) {
             const QTextFragment fragment = it.fragment();
-            if (!fragment.isValid()) continue;
-            if (!fragment.charFormat().isImageFormat()) {
-                if (!fragment.text().trimmed().isEmpty()) onlyImages = false;
-                continue;
+            if (fragment.isValid() && fragment.charFormat().isImageFormat()) {
+                pictures.push_back({fragment.position(), fragment.length(),
+                                    fragment.charFormat().toImageFormat()});
             }
-            anyImage = true;
-            QTextImageFormat f = fragment.charFormat().toImageFormat();
-            const QString path = QFileInfo(baseDir + QLatin1Char('/') + f.name()).absoluteFilePath();
-            QImage image(path);
-            if (image.isNull()) {
-                fail("cannot read the picture", path);
-                ok = false;
-                continue;
-            }
-            doc.addResource(QTextDocument::ImageResource, QUrl(f.name()), image);
-            const qreal imageDpi =
-                image.dotsPerMeterX() > 0 ? image.dotsPerMeterX() * 0.0254 : 96.0;
-            qreal width = image.width() * u.dpi() / imageDpi;
-            qreal height = image.height() * u.dpi() / imageDpi;
-            if (width > textWidth) {
-                height *= textWidth / width;
-                width = textWidth;
-            }
-            f.setWidth(width);
-            f.setHeight(height);
-            QTextCursor c(&doc);
-            c.setPosition(fragment.position());
-            c.setPosition(fragment.position() + fragment.length(), QTextCursor::KeepAnchor);
-            c.setCharFormat(f);
         }
-        if (anyImage && onlyImages) {
-            QTextCursor c(block);
-            QTextBlockFormat bf = block.blockFormat();
-            bf.setAlignment(Qt::AlignHCenter);
-            bf.setLineHeight(100, QTextBlockFormat::SingleHeight);
-            bf.setTopMargin(u.fromPoints(4));
-            bf.setBottomMargin(u.fromPoints(12));
-            c.setBlockFormat(bf);
+    });
+    bool ok = true;
+    for (Picture& picture : pictures) {
+        QTextImageFormat& f = picture.format;
+        const QString path = QFileInfo(baseDir + QLatin1Char('/') + f.name()).absoluteFilePath();
+        QImage image(path);
+        if (image.isNull()) {
+            fail("cannot read the picture", path);
+            ok = false;
+            continue;
         }
+        framePicture(image);
+        doc.addResource(QTextDocument::ImageResource, QUrl(f.name()), image);
+        const qreal imageDpi = image.dotsPerMeterX() > 0 ? image.dotsPerMeterX() * 0.0254 : 96.0;
+        qreal width = image.width() * u.dpi() / imageDpi * kPictureScale;
+        qreal height = image.height() * u.dpi() / imageDpi * kPictureScale;
+        if (width > textWidth) {
+            height *= textWidth / width;
+            width = textWidth;
+        }
+        f.setWidth(width);
+        f.setHeight(height);
+        QTextCursor c(&doc);
+        c.setPosition(picture.position);
+        c.setPosition(picture.position + picture.length, QTextCursor::KeepAnchor);
+        c.setCharFormat(f);
+    }
+    forEachBlock(doc, [&](QTextBlock block) {
+        if (!isPictureBlock(block)) return;
+        QTextCursor c(block);
+        QTextBlockFormat bf = block.blockFormat();
+        bf.setAlignment(Qt::AlignHCenter);
+        bf.setLineHeight(100, QTextBlockFormat::SingleHeight);
+        bf.setTopMargin(u.fromPoints(4));
+        bf.setBottomMargin(u.fromPoints(12));
+        c.setBlockFormat(bf);
     });
     return ok;
 }
 
+// A paragraph in italics right below a picture is its caption: small,
+// grey, centred, close to the picture.
+void styleCaptions(QTextDocument& doc, const Units& u) {
+    for (QTextBlock b = doc.begin(); b.isValid(); b = b.next()) {
+        const QTextBlock next = b.next();
+        if (!next.isValid() || !isPictureBlock(b) || !isAllItalic(next)) continue;
+        QTextCursor picture(b);
+        QTextBlockFormat pf = b.blockFormat();
+        pf.setBottomMargin(u.fromPoints(4));
+        picture.setBlockFormat(pf);
+        QTextCursor caption(next);
+        QTextBlockFormat cf = next.blockFormat();
+        cf.setAlignment(Qt::AlignHCenter);
+        cf.setTopMargin(0);
+        cf.setBottomMargin(u.fromPoints(14));
+        cf.setLeftMargin(u.fromMm(12));
+        cf.setRightMargin(u.fromMm(12));
+        cf.setLineHeight(u.fromPoints(1.2), QTextBlockFormat::LineDistanceHeight);
+        caption.setBlockFormat(cf);
+        caption.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+        QTextCharFormat f;
+        f.setFontPointSize(kBodyPoints - 1.5);
+        f.setForeground(QColor(0x55, 0x5b, 0x70));
+        caption.mergeCharFormat(f);
+    }
+}
+
 int pageOf(qreal y, qreal pageHeight) { return static_cast<int>(std::floor(y / pageHeight)); }
 
-// A heading never ends a page: it goes over to the text it heads. Also a
-// short paragraph that introduces a picture stays with it.
-void keepHeadingsWithText(QTextDocument& doc, qreal pageHeight) {
-    for (int round = 0; round < 20; ++round) {
-        bool changed = false;
-        QAbstractTextDocumentLayout* layout = doc.documentLayout();
-        for (QTextBlock b = doc.begin(); b.isValid(); b = b.next()) {
-            if (b.blockFormat().headingLevel() == 0) continue;
-            if (b.blockFormat().pageBreakPolicy() & QTextFormat::PageBreak_AlwaysBefore) continue;
-            const QTextBlock next = b.next();
-            if (!next.isValid()) continue;
-            const QRectF here = layout->blockBoundingRect(b);
-            const QRectF there = layout->blockBoundingRect(next);
-            // The first line of what follows, on the same page as the heading?
-            qreal firstLineBottom = there.top();
-            if (next.layout() && next.layout()->lineCount() > 0) {
-                const QTextLine line = next.layout()->lineAt(0);
-                firstLineBottom = there.top() + line.y() + line.height();
-            } else {
-                firstLineBottom = there.bottom();
-            }
-            if (pageOf(here.top(), pageHeight) != pageOf(firstLineBottom - 1, pageHeight)) {
-                QTextCursor c(b);
-                QTextBlockFormat bf = b.blockFormat();
-                bf.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
-                c.setBlockFormat(bf);
-                changed = true;
-                break;  // the layout below has moved; look again
+// A heading never ends a page, a picture keeps its caption, and a paragraph
+// that ends in a colon stays with what it introduces: each goes over to the
+// next page with what follows it. Short tables and paragraphs are kept
+// whole.
+bool keepsWithNext(const QTextBlock& b) {
+    if (b.blockFormat().headingLevel() > 0) return true;
+    const QTextBlock next = b.next();
+    if (!next.isValid()) return false;
+    if (isPictureBlock(b) && isAllItalic(next)) return true;
+    return !b.textList() && !QTextCursor(b).currentTable() && b.text().trimmed().endsWith(u':');
+}
+
+// Where a block's first line starts and ends: a block can begin on one page
+// and have its first line moved to the next.
+QRectF firstLine(QAbstractTextDocumentLayout* layout, const QTextBlock& b) {
+    const QRectF r = layout->blockBoundingRect(b);
+    if (!b.layout() || b.layout()->lineCount() == 0) return r;
+    const QTextLine line = b.layout()->lineAt(0);
+    return QRectF(r.left(), r.top() + line.y(), r.width(), line.height());
+}
+
+bool breaksBefore(const QTextBlock& b) {
+    return b.blockFormat().pageBreakPolicy() & QTextFormat::PageBreak_AlwaysBefore;
+}
+
+// The layout follows a change only as far as it thinks it must, and after
+// a table moved by a page break it may stop short. A new layout is made
+// whole, before anything is measured or drawn.
+QAbstractTextDocumentLayout* freshLayout(QTextDocument& doc) {
+    doc.setDocumentLayout(nullptr);
+    QAbstractTextDocumentLayout* layout = doc.documentLayout();
+    doc.pageCount();
+    return layout;
+}
+
+// Puts a page break before `b`, or before what keeps with it on its page.
+void breakBefore(QAbstractTextDocumentLayout* layout, QTextBlock b, qreal pageHeight) {
+    const int page = pageOf(firstLine(layout, b).top(), pageHeight);
+    while (!breaksBefore(b) && b.previous().isValid() && keepsWithNext(b.previous()) &&
+           pageOf(firstLine(layout, b.previous()).top(), pageHeight) == page) {
+        b = b.previous();
+    }
+    QTextCursor c(b);
+    QTextBlockFormat bf = b.blockFormat();
+    bf.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
+    c.setBlockFormat(bf);
+}
+
+// One change at a time, as each moves everything below it.
+bool keepOnePieceTogether(QTextDocument& doc, qreal pageHeight) {
+    QAbstractTextDocumentLayout* layout = freshLayout(doc);
+    bool changed = false;
+    forEachTable(doc.rootFrame(), [&](QTextTable* table) {
+        QTextTableFormat tf = table->format();
+        if (changed || (tf.pageBreakPolicy() & QTextFormat::PageBreak_AlwaysBefore)) return;
+        const QRectF r = layout->frameBoundingRect(table);
+        if (r.height() > pageHeight / 3) return;
+        if (pageOf(r.top(), pageHeight) == pageOf(r.bottom() - 1, pageHeight)) return;
+        const QTextBlock before = table->cellAt(0, 0).firstCursorPosition().block().previous();
+        if (before.isValid() && keepsWithNext(before)) {
+            breakBefore(layout, before, pageHeight);
+        } else {
+            tf.setPageBreakPolicy(QTextFormat::PageBreak_AlwaysBefore);
+            table->setFormat(tf);
+        }
+        changed = true;
+    });
+    if (changed) return true;
+    for (QTextBlock b = doc.begin(); b.isValid(); b = b.next()) {
+        // A short paragraph is not split either.
+        const QTextLayout* lines = b.layout();
+        if (lines && lines->lineCount() >= 2 && lines->lineCount() <= 4 && !breaksBefore(b) &&
+            !QTextCursor(b).currentTable()) {
+            const qreal top = layout->blockBoundingRect(b).top();
+            const QTextLine last = lines->lineAt(lines->lineCount() - 1);
+            if (pageOf(firstLine(layout, b).top(), pageHeight) !=
+                pageOf(top + last.y() + last.height() - 1, pageHeight)) {
+                breakBefore(layout, b, pageHeight);
+                return true;
             }
         }
-        if (!changed) return;
+        if (!keepsWithNext(b) || breaksBefore(b)) continue;
+        const int here = pageOf(firstLine(layout, b).top(), pageHeight);
+        if (here == pageOf(firstLine(layout, b.next()).bottom() - 1, pageHeight)) continue;
+        breakBefore(layout, b, pageHeight);
+        return true;
+    }
+    return false;
+}
+
+void keepTogether(QTextDocument& doc, qreal pageHeight) {
+    for (int round = 0; round < 50 && keepOnePieceTogether(doc, pageHeight); ++round) {
     }
 }
 
@@ -284,7 +440,9 @@ int main(int argc, char* argv[]) {
     }
     const Units u(layoutDpi);
     const qreal textWidth = u.fromMm(kPageWidthMm - 2 * kMarginSideMm);
-    const qreal textHeight = u.fromMm(kPageHeightMm - kMarginTopMm - kMarginBottomMm);
+    // Whole units, so that a line moved to the next page starts exactly
+    // where the clip of the page before ends.
+    const qreal textHeight = std::floor(u.fromMm(kPageHeightMm - kMarginTopMm - kMarginBottomMm));
 
     QTextDocument doc;
     doc.setUseDesignMetrics(true);
@@ -300,9 +458,11 @@ int main(int argc, char* argv[]) {
     styleCode(doc);
     styleTables(doc, u);
     if (!placeImages(doc, u, textWidth, QFileInfo(input).absolutePath())) return 1;
+    styleCaptions(doc, u);
 
     doc.setPageSize(QSizeF(textWidth, textHeight));
-    keepHeadingsWithText(doc, textHeight);
+    keepTogether(doc, textHeight);
+    freshLayout(doc);
     const int pages = doc.pageCount();
 
     QPdfWriter writer(output);
@@ -322,7 +482,9 @@ int main(int argc, char* argv[]) {
         painter.save();
         painter.scale(scale, scale);
         painter.translate(u.fromMm(kMarginSideMm), u.fromMm(kMarginTopMm) - page * textHeight);
-        const QRectF visible(0, page * textHeight, textWidth, textHeight);
+        // A picture moved to the next page starts right on the edge, and
+        // its first row must not show at the foot of this one.
+        const QRectF visible(0, page * textHeight, textWidth, textHeight - 0.75);
         painter.setClipRect(visible);
         QAbstractTextDocumentLayout::PaintContext context;
         context.clip = visible;

@@ -10,6 +10,12 @@
 // The program runs on Qt's offscreen platform unless QT_QPA_PLATFORM says
 // otherwise, with data and cache folders of its own: the player's best
 // list is never read or touched.
+#include <cstdio>
+#include <cstdlib>
+#include <deque>
+#include <functional>
+#include <string>
+
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -22,23 +28,15 @@
 #include <QMenuBar>
 #include <QPainter>
 #include <QPixmap>
-#include <QScreen>
 #include <QTemporaryDir>
 #include <QTimer>
-
-#include <cstdio>
-#include <cstdlib>
-#include <deque>
-#include <functional>
-#include <string>
 
 #include "game/Programm.h"
 #include "game/Spiel.h"
 #include "ui/model/Toolkit.h"
 #include "ui/qt/Guard.h"
 #include "ui/qt/QtFrontEnd.h"
-#include "ui/qt/QtLoop.h"
-#include "ui/qt/QtPlatform.h"
+#include "ui/qt/QtProgram.h"
 #include "ui/qt/WindowWidget.h"
 
 namespace {
@@ -53,9 +51,13 @@ QString gScratch;
 QtMessageHandler gQtMessages = nullptr;
 
 // The offscreen platform says what it cannot do at every raise of a window
-// and every open menu; everything else Qt has to say is passed on.
+// and every open menu, and the sound system that there is no sound server;
+// everything else Qt has to say is passed on.
 void quietMessages(QtMsgType type, const QMessageLogContext& context, const QString& message) {
-    if (message.startsWith(QLatin1String("This plugin does not support"))) return;
+    if (message.startsWith(QLatin1String("This plugin does not support")) ||
+        message.startsWith(QLatin1String("PulseAudioService:"))) {
+        return;
+    }
     if (gQtMessages) gQtMessages(type, context, message);
 }
 
@@ -73,9 +75,10 @@ enum Stelle { Einer = 1, Zehner = 2, Hunderter = 3 };
 
 class Shooter {
 public:
-    Shooter(zd::Programm& p, zd::qt::QtFrontEnd& frontEnd, QString imageDir,
-            QString screenshotDir)
-        : p_(p), frontEnd_(frontEnd), imageDir_(std::move(imageDir)),
+    Shooter(zd::Programm& p, zd::qt::QtFrontEnd& frontEnd, QString imageDir, QString screenshotDir)
+        : p_(p),
+          frontEnd_(frontEnd),
+          imageDir_(std::move(imageDir)),
           screenshotDir_(std::move(screenshotDir)) {
         p_.wuerfel.vorgabe = [this] {
             if (dice_.empty()) fail(QStringLiteral("the game asked for more dice than planned"));
@@ -109,7 +112,8 @@ private:
         QElapsedTimer clock;
         clock.start();
         while (!done()) {
-            if (clock.elapsed() > kStepLimitMs) fail(QStringLiteral("waited in vain for %1").arg(what));
+            if (clock.elapsed() > kStepLimitMs)
+                fail(QStringLiteral("waited in vain for %1").arg(what));
             wait(20);
         }
         // One more moment, for the widgets to follow the model.
@@ -118,7 +122,8 @@ private:
 
     void click(zd::ui::Control& c) {
         if (!p_.tk.click(c)) {
-            fail(QStringLiteral("the click on %1 was refused").arg(QString::fromStdString(c.name())));
+            fail(QStringLiteral("the click on %1 was refused")
+                     .arg(QString::fromStdString(c.name())));
         }
     }
 
@@ -195,11 +200,31 @@ private:
         write(picture(w, kPrintDpr), imageDir_, name);
     }
 
+    // A part of the playing field: the controls given, with some room
+    // round them.
+    void saveDetail(std::initializer_list<const zd::ui::Control*> controls, const QString& name) {
+        auto* widget = frontEnd_.widgetFor(feld());
+        if (!widget) fail(QStringLiteral("the playing field is not on the screen"));
+        QRect area;
+        for (const zd::ui::Control* c : controls) {
+            area |= zd::qt::placementOf(*c, widget->clientSize()).rect;
+        }
+        area.translate(widget->clientArea()->pos());
+        area = area.adjusted(-12, -10, 12, 10) & widget->rect();
+        const QImage whole = picture(feld(), kPrintDpr);
+        QImage part = whole.copy(QRect(area.topLeft() * kPrintDpr, area.size() * kPrintDpr));
+        part.setDotsPerMeterX(whole.dotsPerMeterX());
+        part.setDotsPerMeterY(whole.dotsPerMeterY());
+        write(part, imageDir_, name);
+    }
+
     // The playing field for the README, at scale 1 and 2.
     void screenshot(const QString& stem, const QString& variant) {
         if (screenshotDir_.isEmpty()) return;
-        write(picture(feld(), 1.0), screenshotDir_, stem + QStringLiteral("-1x") + variant + ".png");
-        write(picture(feld(), 2.0), screenshotDir_, stem + QStringLiteral("-2x") + variant + ".png");
+        write(picture(feld(), 1.0), screenshotDir_,
+              stem + QStringLiteral("-1x") + variant + ".png");
+        write(picture(feld(), 2.0), screenshotDir_,
+              stem + QStringLiteral("-2x") + variant + ".png");
     }
 
     // The field with one of its menus open: the open menu is a window of
@@ -276,7 +301,6 @@ void Shooter::run() {
     // Nobody wants the sounds of a picture session.
     menu(f.mnuSoundan[2]);
 
-    save(f, QStringLiteral("start.png"));
     screenshot(QStringLiteral("spielfeld"), QString());
     saveMenu(2, QStringLiteral("menue.png"));
 
@@ -288,14 +312,15 @@ void Shooter::run() {
     click(f.imgNeu);
     waitFor([&f] { return f.imgWuerfeln.Visible; }, "the Würfeln button");
     throwForChoice();
-    save(f, QStringLiteral("auswahl.png"));
+    // The player's places close up, without the name plates beside them.
+    saveDetail({&f.imgWurf[0], &f.imgWurf[1], &f.imgWurf[3], &f.imgAuswahl[1], &f.lblInfo},
+               QStringLiteral("auswahl.png"));
     choose(Hunderter);
     throwForChoice();
     save(f, QStringLiteral("spielfeld.png"));
     screenshot(QStringLiteral("spielfeld"), QStringLiteral("-spiel"));
     choose(Zehner);
     lastThrow();
-    save(f, QStringLiteral("runde1.png"));
 
     // Round 2, an easy win.
     planDice({6, 1, 2, 3, 5, 1, 2, 3, 4, 1, 2, 3});
@@ -327,23 +352,11 @@ void Shooter::run() {
     click(f.imgEnde);
     allModalsSeen("Beenden");
 
-    // The information of the Info button.
-    whenModal("frmMsgOk", [this](zd::ui::Window& w) {
-        save(w, QStringLiteral("info.png"));
-        click(p_.frmMsgOk().lblOk);
-    });
-    click(f.lblAllgemein);
-    allModalsSeen("Info");
-
     // A place in the best list: the offer, then the list with the name
     // typed where "Spieler" stood selected.
-    whenModal("frmMsgJa", [this](zd::ui::Window& w) {
-        save(w, QStringLiteral("bestmarke.png"));
-        click(p_.frmMsgJa().lblJa);
-    });
+    whenModal("frmMsgJa", [this](zd::ui::Window&) { click(p_.frmMsgJa().lblJa); });
     whenModal("frmBeste", [this](zd::ui::Window& w) {
         auto& beste = p_.frmBeste();
-        save(w, QStringLiteral("beste_neu.png"));
         zd::ui::TextBox& eintrag = beste.txtSpieler[p_.g.EintragPlatz];
         QLineEdit* edit = frontEnd_.widgetFor(w)->lineEditFor(eintrag);
         if (!edit) fail(QStringLiteral("no field for the name"));
@@ -442,19 +455,12 @@ int main(int argc, char* argv[]) {
     QApplication::setQuitOnLastWindowClosed(false);
     QTimer::singleShot(kTimeLimitMs, [] { fail(QStringLiteral("took too long")); });
 
-    zd::qt::QtLoop loop;
-    zd::qt::QtPlatform platform;
-    QSize screen(1024, 768);
-    if (const QScreen* primary = QGuiApplication::primaryScreen()) {
-        screen = primary->availableGeometry().size();
-    }
-    zd::Programm p(loop, platform, screen.width() * zd::ui::kTwipsPerPixel,
-                   screen.height() * zd::ui::kTwipsPerPixel);
-    loop.attach(p.tk);
     bool finished = false;
     zd::qt::guarded([&] {
-        zd::richteEin(p);
-        zd::qt::QtFrontEnd frontEnd(p.tk, loop);
+        // Assembled as the game assembles itself.
+        zd::qt::QtProgram program;
+        zd::Programm& p = program.p;
+        zd::qt::QtFrontEnd frontEnd(p.tk, program.loop, zd::qt::QtProgram::artCache());
         p.tk.dispatch([&p] { zd::Main(p); });
         if (p.tk.ended()) fail(QStringLiteral("the program ended at its start"));
         Shooter shooter(p, frontEnd, imageDir, screenshotDir);

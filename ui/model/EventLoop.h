@@ -24,6 +24,9 @@ public:
     virtual void afterEvent() {}
 
     virtual void modalBegins(Window&) {}
+    // Show was asked of w: it is to be seen, in front, even if it was
+    // already visible (the window system may have minimised or covered it).
+    virtual void broughtToFront(Window&) {}
     virtual void windowGone(Window&) {}
     // The user drags a frameless window by the mouse.
     virtual void dragWindow(Window&) {}

@@ -128,6 +128,7 @@ void Toolkit::activate(Window* w) {
 void Toolkit::show(Window& w) {
     w.visible_ = true;
     raise(w);
+    loop_.broughtToFront(w);
     activate(&w);
 }
 

@@ -129,7 +129,17 @@ void QtFrontEnd::syncOnce() {
         }
     }
 
-    if (created || stacking != appliedStacking_) {
+    bool restored = false;
+    for (const ui::Window* w : toFront_) {
+        WindowWidget* widget = widgetFor(*w);
+        if (widget && widget->isMinimized()) {
+            widget->showNormal();
+            restored = true;
+        }
+    }
+    toFront_.clear();
+
+    if (created || restored || stacking != appliedStacking_) {
         for (ui::Window* w : stacking) {
             if (WindowWidget* widget = widgetFor(*w)) widget->raise();
         }
@@ -137,7 +147,7 @@ void QtFrontEnd::syncOnce() {
     }
 
     ui::Window* active = tk_.activeWindow();
-    if (active != appliedActive_ || created) {
+    if (active != appliedActive_ || created || restored) {
         appliedActive_ = active;
         if (WindowWidget* widget = active ? widgetFor(*active) : nullptr) {
             widget->raise();
@@ -147,6 +157,8 @@ void QtFrontEnd::syncOnce() {
         }
     }
 }
+
+void QtFrontEnd::bringToFront(ui::Window& w) { toFront_.insert(&w); }
 
 void QtFrontEnd::modalBegins(ui::Window& w) {
     modal_.insert(&w);
@@ -158,7 +170,10 @@ void QtFrontEnd::modalBegins(ui::Window& w) {
     }
 }
 
-void QtFrontEnd::windowGone(ui::Window& w) { dropWidget(&w); }
+void QtFrontEnd::windowGone(ui::Window& w) {
+    toFront_.erase(&w);
+    dropWidget(&w);
+}
 
 void QtFrontEnd::dragWindow(ui::Window& w) {
     WindowWidget* widget = widgetFor(w);

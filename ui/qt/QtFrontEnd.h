@@ -39,6 +39,8 @@ public:
 
     // From the event loop.
     void modalBegins(ui::Window& w);
+    // Shown again: restored if the window system minimised it, and raised.
+    void bringToFront(ui::Window& w);
     void windowGone(ui::Window& w);
     void dragWindow(ui::Window& w);
     void programEnded();
@@ -58,6 +60,7 @@ private:
     ArtCache art_;
     std::map<const ui::Window*, QPointer<WindowWidget>> widgets_;
     std::set<const ui::Window*> modal_;
+    std::set<const ui::Window*> toFront_;
     std::vector<ui::Window*> appliedStacking_;
     ui::Window* appliedActive_ = nullptr;
     // The window we last asked the window system to activate, and when: an

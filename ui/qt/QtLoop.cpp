@@ -77,6 +77,10 @@ void QtLoop::modalBegins(ui::Window& w) {
     if (frontEnd_) frontEnd_->modalBegins(w);
 }
 
+void QtLoop::broughtToFront(ui::Window& w) {
+    if (frontEnd_) frontEnd_->bringToFront(w);
+}
+
 void QtLoop::windowGone(ui::Window& w) {
     if (frontEnd_) frontEnd_->windowGone(w);
 }

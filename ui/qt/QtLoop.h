@@ -37,6 +37,7 @@ public:
     void runModal(const std::function<bool()>& finished) override;
     void afterEvent() override;
     void modalBegins(ui::Window& w) override;
+    void broughtToFront(ui::Window& w) override;
     void windowGone(ui::Window& w) override;
     void dragWindow(ui::Window& w) override;
     void programEnded() override;
