@@ -12,12 +12,18 @@
 namespace zd::test {
 namespace {
 
+// All the bytes of a literal, NULs included.
+template <std::size_t N>
+std::string bytes(const char (&literal)[N]) {
+    return std::string(literal, N - 1);
+}
+
 TEST(DamagedList, TheGameStartsAndPlaysWhateverTheFileHolds) {
     const std::string tenLines = "A\r\nB\r\nC\r\nD\r\nE\r\n";
     const std::vector<std::string> contents = {
         "",
-        std::string("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16),
-        std::string("Ni\0mand\r\n\0\r\n\0\r\n\0\r\n\0\r\n1\0\r\n2\r\n3\r\n4\r\n5\r\n", 42),
+        bytes("\x89PNG\r\n\x1a\n\0\0\0\rIHDR"),
+        bytes("Ni\0mand\r\n\0\r\n\0\r\n\0\r\n\0\r\n1\0\r\n2\r\n3\r\n4\r\n5\r\n"),
         std::string(10 * 1024 * 1024, 'x'),
         tenLines + "-5\r\nabc\r\n99999999999\r\n\r\n1e3\r\n",
         "\xff\xfe\xfd\r\n\xc3\x28\r\n\xe2\x82\r\n\x80\r\n\x81\r\n1\r\n2\r\n3\r\n4\r\n5",
