@@ -156,11 +156,24 @@ void paintControl(QPainter& painter, const ui::Control& c, const Placement& plac
         painter.drawText(place.rect, Qt::AlignTop | Qt::TextWordWrap | horizontal(label->Alignment),
                          captionText(label->Caption));
     } else if (const auto* image = dynamic_cast<const ui::Image*>(&c)) {
-        if (image->picture) {
-            const QPixmap pixmap = image->Stretch
-                                       ? art.pixmap(*image->picture, place.rect.size(), dpr)
-                                       : art.pixmap(*image->picture, dpr);
+        if (image->picture && !image->Stretch) {
+            const QPixmap pixmap = art.pixmap(*image->picture, dpr);
             if (!pixmap.isNull()) painter.drawPixmap(place.rect.topLeft(), pixmap);
+        } else if (image->picture) {
+            const ui::PictureData& picture = *image->picture;
+            const QSize own(picture.widthPx, picture.heightPx);
+            if (place.rect.width() <= own.width() && place.rect.height() <= own.height()) {
+                // Shrunk: rendered at the size it is shown, to stay sharp.
+                const QPixmap pixmap = art.pixmap(picture, place.rect.size(), dpr);
+                if (!pixmap.isNull()) painter.drawPixmap(place.rect.topLeft(), pixmap);
+            } else {
+                // Stretched across a screen: the soft backdrop loses nothing
+                // by being scaled up, and a screen-sized rendering would
+                // cost the start several megabytes and milliseconds.
+                const QPixmap pixmap = art.pixmap(picture, dpr);
+                painter.setRenderHint(QPainter::SmoothPixmapTransform);
+                if (!pixmap.isNull()) painter.drawPixmap(place.rect, pixmap);
+            }
         }
     } else if (const auto* box = dynamic_cast<const ui::PictureBox*>(&c)) {
         painter.fillRect(place.rect, color(box->BackColor));
