@@ -287,6 +287,18 @@ private:
         waitFor([this] { return feld().imgNaechsterLevel.Visible; }, "the end of the round");
     }
 
+    // A further round with the player's first two throws on the hundreds
+    // and the tens.
+    void playNextRound(std::initializer_list<int> dice) {
+        planDice(dice);
+        click(feld().imgNaechsterLevel);
+        throwForChoice();
+        choose(Hunderter);
+        throwForChoice();
+        choose(Zehner);
+        lastThrow();
+    }
+
     zd::Programm& p_;
     zd::qt::QtFrontEnd& frontEnd_;
     QString imageDir_;
@@ -323,24 +335,12 @@ void Shooter::run() {
     lastThrow();
 
     // Round 2, an easy win.
-    planDice({6, 1, 2, 3, 5, 1, 2, 3, 4, 1, 2, 3});
-    click(f.imgNaechsterLevel);
-    throwForChoice();
-    choose(Hunderter);
-    throwForChoice();
-    choose(Zehner);
-    lastThrow();
+    playNextRound({6, 1, 2, 3, 5, 1, 2, 3, 4, 1, 2, 3});
 
     // Round 3, a close one; with 21 points the player beats the list.
-    planDice({6, 6, 5, 4,    // Thomas's 5 goes on the tens at the first throw
-              5, 3, 5, 4,    // and on the hundreds at the second
-              4, 2, 1, 4});  // 654 against 632, 551 and 444
-    click(f.imgNaechsterLevel);
-    throwForChoice();
-    choose(Hunderter);
-    throwForChoice();
-    choose(Zehner);
-    lastThrow();
+    playNextRound({6, 6, 5, 4,    // Thomas's 5 goes on the tens at the first throw
+                   5, 3, 5, 4,    // and on the hundreds at the second
+                   4, 2, 1, 4});  // 654 against 632, 551 and 444
     if (!f.imgBeste.Visible) fail(QStringLiteral("the Beste Spieler button did not come"));
     save(f, QStringLiteral("runde.png"));
 

@@ -392,14 +392,17 @@ void WindowWidget::buildMenus() {
             QAction* action = makeAction(*item, nullptr);
             menuBar_->addAction(action);
         } else {
-            QMenu* menu = menuBar_->addMenu(text(item->Caption));
-            actions_[item] = menu->menuAction();
-            connect(menu, &QMenu::aboutToShow, this,
-                    [this, item] { guarded([this, item] { onMenu(*item); }); });
-            addMenuItems(menu, item->children);
+            fillMenu(menuBar_->addMenu(text(item->Caption)), *item);
         }
     }
     syncMenus();
+}
+
+void WindowWidget::fillMenu(QMenu* menu, ui::MenuItem& item) {
+    actions_[&item] = menu->menuAction();
+    connect(menu, &QMenu::aboutToShow, this,
+            [this, &item] { guarded([this, &item] { onMenu(item); }); });
+    addMenuItems(menu, item.children);
 }
 
 void WindowWidget::addMenuItems(QMenu* menu, const std::vector<ui::MenuItem*>& items) {
@@ -407,11 +410,7 @@ void WindowWidget::addMenuItems(QMenu* menu, const std::vector<ui::MenuItem*>& i
         if (item->children.empty()) {
             menu->addAction(makeAction(*item, menu));
         } else {
-            QMenu* sub = menu->addMenu(text(item->Caption));
-            actions_[item] = sub->menuAction();
-            connect(sub, &QMenu::aboutToShow, this,
-                    [this, item] { guarded([this, item] { onMenu(*item); }); });
-            addMenuItems(sub, item->children);
+            fillMenu(menu->addMenu(text(item->Caption)), *item);
         }
     }
 }

@@ -101,6 +101,8 @@ private:
     };
 
     void buildMenus();
+    // A menu for `item`, with its entries below it.
+    void fillMenu(QMenu* menu, ui::MenuItem& item);
     void addMenuItems(QMenu* menu, const std::vector<ui::MenuItem*>& items);
     QAction* makeAction(ui::MenuItem& item, QMenu* parentMenu);
     void syncMenus();
