@@ -43,7 +43,7 @@ public:
             eintrag.Locked = false;
             eintrag.TabStop = true;
             eintrag.SelStart = 0;
-            eintrag.SelLength = Zeichenzahl(eintrag.Text);
+            eintrag.SelLength = ui::characterCount(eintrag.Text);
             eintrag.SetFocus();
         }
     }
@@ -153,14 +153,6 @@ private:
             f_.txtSpieler[i].TabStop = false;
             f_.txtSpieler[i].Locked = true;
         }
-    }
-
-    static int Zeichenzahl(const std::string& utf8) {
-        int n = 0;
-        for (char c : utf8) {
-            if ((static_cast<unsigned char>(c) & 0xC0) != 0x80) ++n;
-        }
-        return n;
     }
 
     static std::string OhneZeilenumbruch(std::string text) {

@@ -10,9 +10,7 @@ namespace zd {
 namespace {
 
 std::string Titelzeile(Programm& p) {
-    const ui::AppInfo& app = p.tk.App;
-    return "Zifferndach  Vers.: " + std::to_string(app.Major) + "." + std::to_string(app.Minor) +
-           "." + std::to_string(app.Revision);
+    return "Zifferndach  Vers.: " + p.tk.App.version();
 }
 
 void Platziere(Programm& p, ui::Window& w, Platz platz) {

@@ -31,9 +31,7 @@ public:
         f_.lblInfo.Caption = "Klicke auf »Neues Spiel«";
         f_.lblGewonnen.Caption = "";
         blankeZiffern();
-        const ui::AppInfo& app = p_.tk.App;
-        f_.Caption = "Zifferndach  Vers: " + std::to_string(app.Major) + "." +
-                     std::to_string(app.Minor) + "." + std::to_string(app.Revision);
+        f_.Caption = "Zifferndach  Vers: " + p_.tk.App.version();
         for (int i = 0; i <= 3; ++i) f_.imgWurf[i].picture = bilder().imgWurf[0].picture;
         f_.imgAuswahlTreffen.picture = bilder().imgPfeilLinks[2].picture;
         f_.imgNeuerWurf.picture = bilder().imgPfeilLinks[2].picture;

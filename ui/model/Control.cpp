@@ -24,6 +24,12 @@ std::string printableText(const std::string& text) {
 
 std::string printableBool(bool value) { return value ? "True" : "False"; }
 
+int characterCount(const std::string& utf8) {
+    int n = 0;
+    for (char c : utf8) n += (static_cast<unsigned char>(c) & 0xC0) != 0x80;
+    return n;
+}
+
 namespace {
 std::string printablePicture(const Picture& p) { return p ? p->origin : "(none)"; }
 }  // namespace

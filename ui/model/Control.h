@@ -245,5 +245,7 @@ public:
 // Writes text the way the driver prints it: CR LF as the four characters \r\n.
 std::string printableText(const std::string& text);
 std::string printableBool(bool value);
+// Characters of a UTF-8 text, the unit of SelStart and SelLength.
+int characterCount(const std::string& utf8);
 
 }  // namespace zd::ui

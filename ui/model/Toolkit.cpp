@@ -270,9 +270,7 @@ bool Toolkit::type(TextBox& box, const std::string& text) {
     dispatch([this, &box, text] {
         shift(box);
         box.Text = text;
-        int characters = 0;
-        for (char ch : text) characters += (static_cast<unsigned char>(ch) & 0xC0) != 0x80;
-        box.SelStart = characters;
+        box.SelStart = characterCount(text);
         box.SelLength = 0;
     });
     return true;

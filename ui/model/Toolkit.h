@@ -25,6 +25,11 @@ struct AppInfo {
     int Minor = 1;
     int Revision = 0;
     std::string Path;  // the program's folder
+
+    // "3.1.0": major, minor and revision as plain decimal numbers.
+    std::string version() const {
+        return std::to_string(Major) + "." + std::to_string(Minor) + "." + std::to_string(Revision);
+    }
 };
 
 // The windows of one program and the operations the logic relies on:
