@@ -1,9 +1,13 @@
 // The best list's file, and the offer of a place in it.
 #include "best/modBeste.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "best/Zeichensatz.h"
 #include "game/Routinen.h"
@@ -14,6 +18,10 @@ namespace zd {
 namespace {
 
 constexpr int kEintraege = 5;
+constexpr int kZeilen = 2 * kEintraege;
+
+// The file's ten lines: five names, then their five points.
+using ListLines = std::array<std::string, kZeilen>;
 
 // Failure numbers as the player sees them, after the classic file errors.
 int Fehlernummer(int error) {
@@ -30,26 +38,90 @@ int Fehlernummer(int error) {
 
 constexpr int kEndeDerDatei = 62;  // input past end of file
 
-bool Schreibe(Programm& p, const std::array<std::string, 2 * kEintraege>& zeilen, int& fehler) {
+// Two running copies of the game save one after the other, never at once.
+std::unique_ptr<sys::FileLock> lockList(Programm& p) {
+    int error = 0;
+    return p.platform.lockFile(BesteDatei(p) + ".lock", error);
+}
+
+bool writeList(Programm& p, const ListLines& lines, int& error) {
     std::string text;
-    for (const std::string& zeile : zeilen) text += zeile + CRLF;
-    return p.platform.replaceFile(BesteDatei(p), AlsDateitext(text), fehler);
+    for (const std::string& line : lines) text += line + CRLF;
+    return p.platform.replaceFile(BesteDatei(p), AlsDateitext(text), error);
 }
 
 // Reads the next line; a line ends at CR LF, CR or LF, and the last one
 // may have no end at all.
-bool NaechsteZeile(const std::string& text, std::size_t& pos, std::string& zeile) {
+bool nextLine(const std::string& text, std::size_t& pos, std::string& line) {
     if (pos >= text.size()) return false;
-    const std::size_t ende = text.find_first_of("\r\n", pos);
-    if (ende == std::string::npos) {
-        zeile = text.substr(pos);
+    const std::size_t end = text.find_first_of("\r\n", pos);
+    if (end == std::string::npos) {
+        line = text.substr(pos);
         pos = text.size();
         return true;
     }
-    zeile = text.substr(pos, ende - pos);
-    pos = ende + 1;
-    if (text[ende] == '\r' && pos < text.size() && text[pos] == '\n') ++pos;
+    line = text.substr(pos, end - pos);
+    pos = end + 1;
+    if (text[end] == '\r' && pos < text.size() && text[pos] == '\n') ++pos;
     return true;
+}
+
+// The file's first ten lines, fewer when it ends early; nothing when it
+// cannot be read, with the failure number for the player in `nummer`.
+std::optional<std::vector<std::string>> readList(Programm& p, int& nummer) {
+    int error = 0;
+    const auto bytes = p.platform.readLines(BesteDatei(p), kZeilen, error);
+    if (!bytes) {
+        nummer = Fehlernummer(error);
+        return std::nullopt;
+    }
+    const std::string text = AusDateitext(*bytes);
+    std::vector<std::string> lines;
+    std::size_t pos = 0;
+    std::string line;
+    while (static_cast<int>(lines.size()) < kZeilen && nextLine(text, pos, line)) {
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+ListLines inListBoxes(ui::FrmBeste& f) {
+    ListLines lines;
+    for (int i = 0; i < f.lstName.ListCount() && i < kEintraege; ++i) {
+        lines[static_cast<std::size_t>(i)] = f.lstName.List(i);
+        lines[static_cast<std::size_t>(i + kEintraege)] = f.lstPunkte.List(i);
+    }
+    return lines;
+}
+
+void showInListBoxes(ui::FrmBeste& f, const ListLines& lines) {
+    f.lstName.Clear();
+    f.lstPunkte.Clear();
+    for (int i = 0; i < kEintraege; ++i) {
+        f.lstName.AddItem(lines[static_cast<std::size_t>(i)]);
+        f.lstPunkte.AddItem(lines[static_cast<std::size_t>(i + kEintraege)]);
+    }
+}
+
+// `list` with the entry put in at the first place whose points it beats,
+// the last entry dropped; nothing when it beats none.
+std::optional<ListLines> withEntry(const ListLines& list, const std::string& name,
+                                   const std::string& punkte) {
+    for (int platz = 0; platz < kEintraege; ++platz) {
+        if (Punktzahl(punkte) <= Punktzahl(list[static_cast<std::size_t>(platz + kEintraege)])) {
+            continue;
+        }
+        ListLines merged = list;
+        for (int i = kEintraege - 1; i > platz; --i) {
+            merged[static_cast<std::size_t>(i)] = list[static_cast<std::size_t>(i - 1)];
+            merged[static_cast<std::size_t>(i + kEintraege)] =
+                list[static_cast<std::size_t>(i - 1 + kEintraege)];
+        }
+        merged[static_cast<std::size_t>(platz)] = name;
+        merged[static_cast<std::size_t>(platz + kEintraege)] = punkte;
+        return merged;
+    }
+    return std::nullopt;
 }
 
 void MeldeLesefehler(Programm& p, int nummer) {
@@ -57,6 +129,20 @@ void MeldeLesefehler(Programm& p, int nummer) {
                std::string(CRLF) + "Die Daten für »Beste Spieler«" + CRLF +
                    "konnten nicht gelesen werden!",
                std::string(CRLF) + "Fehlernummer: " + std::to_string(nummer), Mittig());
+}
+
+void MeldeSpeicherfehler(Programm& p) {
+    ZeigeMsgOk(p, 2,
+               std::string(CRLF) + "Die Werte für »Beste Spieler«" + CRLF +
+                   "konnten nicht gespeichert werden.",
+               std::string(CRLF) + CRLF + "Fehler beim Speichern", Mittig());
+}
+
+void MeldeKeinPlatz(Programm& p) {
+    ZeigeMsgOk(p, 4,
+               std::string("Ein Eintrag in die Liste der »Besten Spieler«") + CRLF +
+                   "ist leider nicht möglich!",
+               std::string(CRLF) + "Mehr Erfolg beim nächsten Spiel.", Mittig());
 }
 
 }  // namespace
@@ -81,50 +167,74 @@ std::string BesteDatei(Programm& p) {
 }
 
 void SchreibeBesteStandard(Programm& p) {
-    std::array<std::string, 2 * kEintraege> zeilen;
+    ListLines lines;
     for (int i = 0; i < kEintraege; ++i) {
-        zeilen[static_cast<std::size_t>(i)] = "Niemand";
-        zeilen[static_cast<std::size_t>(i + kEintraege)] = std::to_string(26 - 2 * i);
+        lines[static_cast<std::size_t>(i)] = "Niemand";
+        lines[static_cast<std::size_t>(i + kEintraege)] = std::to_string(26 - 2 * i);
     }
-    int fehler = 0;
-    Schreibe(p, zeilen, fehler);  // a failure here is reported by the reading that follows
+    // A failure here is reported by the reading that follows.
+    const auto lock = lockList(p);
+    int error = 0;
+    if (lock) writeList(p, lines, error);
 }
 
 void LeseBeste(Programm& p) {
     ui::FrmBeste& f = p.frmBeste();
     f.lstName.Clear();
     f.lstPunkte.Clear();
-    int fehler = 0;
-    const auto bytes = p.platform.readFile(BesteDatei(p), fehler);
-    if (!bytes) {
-        MeldeLesefehler(p, Fehlernummer(fehler));
+    p.bestListSeen.reset();
+    int nummer = 0;
+    const auto lines = readList(p, nummer);
+    if (!lines) {
+        MeldeLesefehler(p, nummer);
         return;
     }
-    const std::string text = AusDateitext(*bytes);
-    std::size_t pos = 0;
-    for (int i = 0; i < 2 * kEintraege; ++i) {
-        std::string zeile;
-        if (!NaechsteZeile(text, pos, zeile)) {
-            MeldeLesefehler(p, kEndeDerDatei);
-            return;
-        }
-        (i < kEintraege ? f.lstName : f.lstPunkte).AddItem(zeile);
+    for (std::size_t i = 0; i < lines->size(); ++i) {
+        (i < kEintraege ? f.lstName : f.lstPunkte).AddItem((*lines)[i]);
     }
+    if (lines->size() < kZeilen) {
+        MeldeLesefehler(p, kEndeDerDatei);
+        return;
+    }
+    p.bestListSeen.emplace();
+    std::copy(lines->begin(), lines->end(), p.bestListSeen->begin());
 }
 
 void SpeichereBeste(Programm& p) {
     ui::FrmBeste& f = p.frmBeste();
-    std::array<std::string, 2 * kEintraege> zeilen;
-    for (int i = 0; i < f.lstName.ListCount() && i < kEintraege; ++i) {
-        zeilen[static_cast<std::size_t>(i)] = f.lstName.List(i);
-        zeilen[static_cast<std::size_t>(i + kEintraege)] = f.lstPunkte.List(i);
+    ListLines list = inListBoxes(f);
+    enum class Outcome { Saved, Failed, NoPlace } outcome = Outcome::Failed;
+    if (const auto lock = lockList(p)) {
+        // Another copy of the game may have saved since this one read the
+        // list: then this copy's entry goes into that list, by the same rule
+        // as any new entry, instead of writing an older list over it.
+        int nummer = 0;
+        const auto onDisk = readList(p, nummer);
+        const int platz = p.g.EintragPlatz;
+        if (onDisk && onDisk->size() == kZeilen && p.g.NeuerEintrag && platz >= 0 &&
+            platz < kEintraege) {
+            ListLines current;
+            std::copy(onDisk->begin(), onDisk->end(), current.begin());
+            if (current != p.bestListSeen) {
+                const auto merged = withEntry(current, list[static_cast<std::size_t>(platz)],
+                                              list[static_cast<std::size_t>(platz + kEintraege)]);
+                outcome = merged ? Outcome::Saved : Outcome::NoPlace;
+                list = merged ? *merged : current;
+            }
+        }
+        int error = 0;
+        if (outcome != Outcome::NoPlace) {
+            outcome = writeList(p, list, error) ? Outcome::Saved : Outcome::Failed;
+        }
     }
-    int fehler = 0;
-    if (Schreibe(p, zeilen, fehler)) return;
-    ZeigeMsgOk(p, 2,
-               std::string(CRLF) + "Die Werte für »Beste Spieler«" + CRLF +
-                   "konnten nicht gespeichert werden.",
-               std::string(CRLF) + CRLF + "Fehler beim Speichern", Mittig());
+    // The lock is given back before the player is spoken to.
+    if (outcome == Outcome::Failed) {
+        MeldeSpeicherfehler(p);
+        return;
+    }
+    showInListBoxes(f, list);
+    p.bestListSeen = list;
+    if (outcome == Outcome::NoPlace) MeldeKeinPlatz(p);
 }
 
 void PruefeBestmarke(Programm& p) {
@@ -140,10 +250,7 @@ void PruefeBestmarke(Programm& p) {
         }
     }
     if (g.EintragPlatz == -1) {
-        ZeigeMsgOk(p, 4,
-                   std::string("Ein Eintrag in die Liste der »Besten Spieler«") + CRLF +
-                       "ist leider nicht möglich!",
-                   std::string(CRLF) + "Mehr Erfolg beim nächsten Spiel.", Mittig());
+        MeldeKeinPlatz(p);
         p.frmSpielfeld().ExternesEnde();
     } else if (FrageMsgJa(p, 5,
                           std::string("Sehr gut!!") + CRLF + "Du hast eine neue Bestmarke erreicht.",

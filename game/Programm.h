@@ -73,6 +73,10 @@ public:
         bool frageOffen = false;
         bool spielendeWartet = false;
     } beenden;
+    // The best list as this copy last read or wrote it, so that a save can
+    // tell whether another running copy has saved since; unknown after a
+    // failed read.
+    std::optional<std::array<std::string, 10>> bestListSeen;
     Wuerfel wuerfel;
     Ereignisse ereignisse;
 };

@@ -1,11 +1,22 @@
 #pragma once
 
+#include <memory>
 #include <optional>
+#include <random>
 #include <string>
+
+#include "system/FileCalls.h"
 
 namespace zd::sys {
 
 enum class PathState { Exists, NotFound, OtherFailure };
+
+// An exclusive lock, held while the object lives. The system drops it when
+// the process ends, however it ends, so a crash never leaves it behind.
+class FileLock {
+public:
+    virtual ~FileLock() = default;
+};
 
 // The one place that knows the operating system: where data may be kept,
 // the program's own folder, sound output, documents and files.
@@ -30,22 +41,46 @@ public:
     // Makes one folder; false when that fails.
     virtual bool createFolder(const std::string& path) = 0;
     virtual bool deleteFile(const std::string& path) = 0;
-    // The whole file, or nothing with a failure number in `error`.
-    virtual std::optional<std::string> readFile(const std::string& path, int& error) = 0;
-    // Writes beside the old file and replaces it in one step, so that a
-    // failure leaves the old file whole. False with a number in `error`.
+    // The file's bytes up to and including its `lines`-th line end (CR LF,
+    // CR or LF), or all of it when it has fewer; what follows is never read,
+    // so a huge file costs no more than its first lines. Nothing, with a
+    // failure number in `error`, when it cannot be read.
+    virtual std::optional<std::string> readLines(const std::string& path, int lines,
+                                                 int& error) = 0;
+    // Old file or new file, whole, even if the power fails: the bytes go to
+    // a new file of a name of its own in the same folder, are flushed to
+    // disk, and that file is renamed over `path`; then the folder is
+    // flushed. On failure the old file stays as it was and `error` says why.
     virtual bool replaceFile(const std::string& path, const std::string& bytes, int& error) = 0;
+    // Waits a little for an exclusive lock on the file `path`, made if it
+    // is missing; nothing, with `error`, when it cannot be had.
+    virtual std::unique_ptr<FileLock> lockFile(const std::string& path, int& error) = 0;
 };
 
-// Files on the local disk through the standard library; the platforms of the
-// game and of the headless driver share it.
+// Files on the local disk through the system's own calls; the platforms of
+// the game and of the headless driver share it.
 class LocalFiles : public Platform {
 public:
+    // Goes through `calls` when given instead of the system itself: a
+    // test's hook for counting calls and making them fail.
+    explicit LocalFiles(FileCalls* calls = nullptr);
+    LocalFiles(const LocalFiles&) = delete;
+    LocalFiles& operator=(const LocalFiles&) = delete;
+
     PathState pathState(const std::string& path) override;
     bool createFolder(const std::string& path) override;
     bool deleteFile(const std::string& path) override;
-    std::optional<std::string> readFile(const std::string& path, int& error) override;
+    std::optional<std::string> readLines(const std::string& path, int lines, int& error) override;
     bool replaceFile(const std::string& path, const std::string& bytes, int& error) override;
+    std::unique_ptr<FileLock> lockFile(const std::string& path, int& error) override;
+
+private:
+    bool writeAll(int fd, const std::string& bytes);
+    bool syncFolderOf(const std::string& path);
+
+    FileCalls system_;
+    FileCalls* calls_;
+    std::minstd_rand names_;
 };
 
 }  // namespace zd::sys

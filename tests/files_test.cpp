@@ -1,8 +1,15 @@
 // The file helpers and the best list's code pages, on a real disk.
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
+#include <map>
 
 #include "best/Zeichensatz.h"
 #include "system/Dateien.h"
@@ -43,16 +50,103 @@ TEST_F(Files, PathsGetExactlyOneClosingSeparator) {
     EXPECT_EQ(sys::PfadMitTrenner(""), "/");
 }
 
-TEST_F(Files, AFailedReplaceLeavesTheOldFileWhole) {
+// The system calls of a save, counted, with one of them made to fail.
+class Calls : public sys::FileCalls {
+public:
+    std::string failing;  // "write", "fsync", "close", "rename" or nothing
+    std::map<std::string, int> count;
+    std::size_t bytesRead = 0;
+
+    ssize_t read(int fd, void* buffer, size_t size) override {
+        const ssize_t n = FileCalls::read(fd, buffer, size);
+        if (n > 0) bytesRead += static_cast<std::size_t>(n);
+        return n;
+    }
+    ssize_t write(int fd, const void* buffer, size_t size) override {
+        return fail("write") ? -1 : FileCalls::write(fd, buffer, size);
+    }
+    int fsync(int fd) override { return fail("fsync") ? -1 : FileCalls::fsync(fd); }
+    int close(int fd) override {
+        const int closed = FileCalls::close(fd);
+        return fail("close") ? -1 : closed;
+    }
+    int rename(const char* from, const char* to) override {
+        return fail("rename") ? -1 : FileCalls::rename(from, to);
+    }
+
+private:
+    bool fail(const std::string& call) {
+        ++count[call];
+        if (call != failing) return false;
+        errno = EIO;
+        return true;
+    }
+};
+
+std::string contents(const fs::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+TEST_F(Files, ASaveIsFlushedRenamedAndLeavesWhatLiesBesideTheList) {
+    Calls calls;
+    drive::HeadlessPlatform counted{out, "", "", true, &calls};
+    std::ofstream(at("list.txt.neu")) << "a file of the user's";
+    fs::create_directory(at("list.txt.tmp"));
+    int error = 0;
+    ASSERT_TRUE(counted.replaceFile(at("list.txt"), "old\r\n", error));
+    EXPECT_EQ(contents(at("list.txt")), "old\r\n");
+    EXPECT_GE(calls.count["fsync"], 2);  // the file and its folder
+    EXPECT_EQ(calls.count["rename"], 1);
+    EXPECT_EQ(contents(at("list.txt.neu")), "a file of the user's");
+    EXPECT_TRUE(fs::is_directory(at("list.txt.tmp")));
+    // Nothing of the save is left over.
+    EXPECT_EQ(std::distance(fs::directory_iterator(dir), fs::directory_iterator()), 5);
+}
+
+TEST_F(Files, AFailingWriteFlushCloseOrRenameLeavesTheOldListByteForByte) {
     int error = 0;
     ASSERT_TRUE(platform.replaceFile(at("list.txt"), "old\r\n", error));
-    ASSERT_TRUE(platform.replaceFile(at("list.txt"), "new\r\n", error));
-    EXPECT_EQ(*platform.readFile(at("list.txt"), error), "new\r\n");
-    // A folder standing where the new file would be written.
-    fs::create_directory(at("list.txt.neu"));
-    EXPECT_FALSE(platform.replaceFile(at("list.txt"), "lost\r\n", error));
-    EXPECT_EQ(*platform.readFile(at("list.txt"), error), "new\r\n");
-    EXPECT_FALSE(platform.readFile(at("folder"), error));
+    for (const std::string call : {"write", "fsync", "close", "rename"}) {
+        SCOPED_TRACE(call);
+        Calls calls;
+        calls.failing = call;
+        drive::HeadlessPlatform failing{out, "", "", true, &calls};
+        error = 0;
+        EXPECT_FALSE(failing.replaceFile(at("list.txt"), "new\r\n", error));
+        EXPECT_EQ(error, EIO);
+        EXPECT_EQ(contents(at("list.txt")), "old\r\n");
+        EXPECT_EQ(std::distance(fs::directory_iterator(dir), fs::directory_iterator()), 3);
+    }
+}
+
+TEST_F(Files, ReadingStopsAtTheLastLineAskedForButTakesALineWhole) {
+    const std::string head = "a\r\nb\rc\nd\n";
+    std::ofstream(at("big.txt"), std::ios::binary) << head << std::string(4 << 20, '\n');
+    Calls calls;
+    drive::HeadlessPlatform counted{out, "", "", true, &calls};
+    int error = 0;
+    EXPECT_EQ(*counted.readLines(at("big.txt"), 4, error), head);
+    EXPECT_LT(calls.bytesRead, 64u << 10);
+
+    const std::string longLine(3 << 20, 'n');
+    std::ofstream(at("long.txt"), std::ios::binary) << longLine << "\r\n2\r\n";
+    EXPECT_EQ(*counted.readLines(at("long.txt"), 1, error), longLine + "\r");
+    EXPECT_EQ(*counted.readLines(at("long.txt"), 10, error), longLine + "\r\n2\r\n");
+    EXPECT_FALSE(counted.readLines(at("folder"), 10, error));
+    EXPECT_EQ(error, EISDIR);
+}
+
+TEST_F(Files, TheLockShutsOutEveryOtherHolderUntilItGoes) {
+    int error = 0;
+    auto lock = platform.lockFile(at("list.lock"), error);
+    ASSERT_TRUE(lock);
+    const int other = ::open(at("list.lock").c_str(), O_RDWR);
+    EXPECT_NE(::flock(other, LOCK_EX | LOCK_NB), 0);
+    lock.reset();
+    EXPECT_EQ(::flock(other, LOCK_EX | LOCK_NB), 0);
+    ::close(other);
+    EXPECT_FALSE(platform.lockFile(at("folder"), error));
 }
 
 TEST(CodePage, NamesReadBackAsSavedWhateverTheyHold) {

@@ -18,7 +18,7 @@ public:
     FuzzPlatform(std::ostream& out, std::string bytes)
         : HeadlessPlatform(out, "/nonexistent", "/nonexistent-root", false), bytes_(std::move(bytes)) {}
     zd::sys::PathState pathState(const std::string&) override { return zd::sys::PathState::Exists; }
-    std::optional<std::string> readFile(const std::string&, int&) override { return bytes_; }
+    std::optional<std::string> readLines(const std::string&, int, int&) override { return bytes_; }
     bool replaceFile(const std::string&, const std::string&, int&) override { return true; }
 
 private:

@@ -104,6 +104,9 @@ int Driver::run() {
 
 bool Driver::step() {
     std::string line;
+    // What the program has said so far is out before the driver waits for
+    // the next command, so that another program can play it line by line.
+    out_.flush();
     while (std::getline(script_, line)) {
         ++lineNumber_;
         if (!line.empty() && line.back() == '\r') line.pop_back();

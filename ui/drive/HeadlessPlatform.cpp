@@ -7,8 +7,10 @@
 namespace zd::drive {
 
 HeadlessPlatform::HeadlessPlatform(std::ostream& out, std::string programFolder,
-                                   std::string driveRoot, bool soundDevice)
-    : out_(out),
+                                   std::string driveRoot, bool soundDevice,
+                                   sys::FileCalls* calls)
+    : LocalFiles(calls),
+      out_(out),
       programFolder_(std::move(programFolder)),
       driveRoot_(std::move(driveRoot)),
       soundDevice_(soundDevice) {}

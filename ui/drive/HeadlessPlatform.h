@@ -12,7 +12,7 @@ namespace zd::drive {
 class HeadlessPlatform : public sys::LocalFiles {
 public:
     HeadlessPlatform(std::ostream& out, std::string programFolder, std::string driveRoot,
-                     bool soundDevice);
+                     bool soundDevice, sys::FileCalls* calls = nullptr);
 
     std::string systemDriveRoot() override { return driveRoot_; }
     std::string programFolder() override { return programFolder_; }
