@@ -22,7 +22,8 @@ std::string freshFolder(const std::string& name);
 // has been evaluated, before anything else happens.
 class Spielerbot {
 public:
-    explicit Spielerbot(const std::string& driveRoot);
+    // Files go through `calls` when given.
+    explicit Spielerbot(const std::string& driveRoot, sys::FileCalls* calls = nullptr);
     ~Spielerbot();
 
     // Plays until `rounds` rounds have ended or the program has ended.

@@ -9,8 +9,8 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <map>
 
+#include "RecordingCalls.h"
 #include "best/Zeichensatz.h"
 #include "system/Dateien.h"
 #include "ui/drive/HeadlessPlatform.h"
@@ -50,46 +50,13 @@ TEST_F(Files, PathsGetExactlyOneClosingSeparator) {
     EXPECT_EQ(sys::PfadMitTrenner(""), "/");
 }
 
-// The system calls of a save, counted, with one of them made to fail.
-class Calls : public sys::FileCalls {
-public:
-    std::string failing;  // "write", "fsync", "close", "rename" or nothing
-    std::map<std::string, int> count;
-    std::size_t bytesRead = 0;
-
-    ssize_t read(int fd, void* buffer, size_t size) override {
-        const ssize_t n = FileCalls::read(fd, buffer, size);
-        if (n > 0) bytesRead += static_cast<std::size_t>(n);
-        return n;
-    }
-    ssize_t write(int fd, const void* buffer, size_t size) override {
-        return fail("write") ? -1 : FileCalls::write(fd, buffer, size);
-    }
-    int fsync(int fd) override { return fail("fsync") ? -1 : FileCalls::fsync(fd); }
-    int close(int fd) override {
-        const int closed = FileCalls::close(fd);
-        return fail("close") ? -1 : closed;
-    }
-    int rename(const char* from, const char* to) override {
-        return fail("rename") ? -1 : FileCalls::rename(from, to);
-    }
-
-private:
-    bool fail(const std::string& call) {
-        ++count[call];
-        if (call != failing) return false;
-        errno = EIO;
-        return true;
-    }
-};
-
 std::string contents(const fs::path& file) {
     std::ifstream in(file, std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
 
 TEST_F(Files, ASaveIsFlushedRenamedAndLeavesWhatLiesBesideTheList) {
-    Calls calls;
+    test::RecordingCalls calls;
     drive::HeadlessPlatform counted{out, "", "", true, &calls};
     std::ofstream(at("list.txt.neu")) << "a file of the user's";
     fs::create_directory(at("list.txt.tmp"));
@@ -109,7 +76,7 @@ TEST_F(Files, AFailingWriteFlushCloseOrRenameLeavesTheOldListByteForByte) {
     ASSERT_TRUE(platform.replaceFile(at("list.txt"), "old\r\n", error));
     for (const std::string call : {"write", "fsync", "close", "rename"}) {
         SCOPED_TRACE(call);
-        Calls calls;
+        test::RecordingCalls calls;
         calls.failing = call;
         drive::HeadlessPlatform failing{out, "", "", true, &calls};
         error = 0;
@@ -123,7 +90,7 @@ TEST_F(Files, AFailingWriteFlushCloseOrRenameLeavesTheOldListByteForByte) {
 TEST_F(Files, ReadingStopsAtTheLastLineAskedForButTakesALineWhole) {
     const std::string head = "a\r\nb\rc\nd\n";
     std::ofstream(at("big.txt"), std::ios::binary) << head << std::string(4 << 20, '\n');
-    Calls calls;
+    test::RecordingCalls calls;
     drive::HeadlessPlatform counted{out, "", "", true, &calls};
     int error = 0;
     EXPECT_EQ(*counted.readLines(at("big.txt"), 4, error), head);
