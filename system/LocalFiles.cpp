@@ -1,6 +1,7 @@
 #include <fcntl.h>
 #include <sys/file.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <filesystem>
@@ -19,6 +20,8 @@ namespace {
 // own; saving takes milliseconds, so this is only reached by a hung copy.
 constexpr auto kLockPatience = std::chrono::seconds(5);
 constexpr auto kLockPoll = std::chrono::milliseconds(10);
+
+constexpr const char* kTemporaryMark = ".~";
 
 class HeldLock : public FileLock {
 public:
@@ -124,13 +127,37 @@ bool LocalFiles::syncFolderOf(const std::string& path) {
     return synced;
 }
 
+// The new file of a replace is named after the old one, with ".~" and six
+// digits; nothing else is ever named so.
+std::string LocalFiles::temporaryName(const std::string& path) {
+    std::string digits = std::to_string(names_() % 1000000);
+    digits.insert(0, 6 - digits.size(), '0');
+    return path + kTemporaryMark + digits;
+}
+
+void LocalFiles::removeLeftovers(const std::string& path) {
+    const fs::path file(path);
+    const std::string prefix = file.filename().string() + kTemporaryMark;
+    std::error_code ec;
+    for (fs::directory_iterator it(file.has_parent_path() ? file.parent_path() : ".", ec), end;
+         !ec && it != end; it.increment(ec)) {
+        const std::string name = it->path().filename().string();
+        if (name.size() == prefix.size() + 6 && name.compare(0, prefix.size(), prefix) == 0 &&
+            std::all_of(name.begin() + static_cast<long>(prefix.size()), name.end(),
+                        [](char c) { return c >= '0' && c <= '9'; })) {
+            calls_->unlink(it->path().c_str());
+        }
+    }
+}
+
 bool LocalFiles::replaceFile(const std::string& path, const std::string& bytes, int& error) {
+    removeLeftovers(path);
     // A name of this save's own: another copy of the game, or anything a
     // user keeps beside the list, is never overwritten.
     std::string temporary;
     int fd = -1;
     for (int attempt = 0; attempt < 100 && fd < 0; ++attempt) {
-        temporary = path + "." + std::to_string(names_() % 1000000);
+        temporary = temporaryName(path);
         fd = calls_->open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         if (fd < 0 && errno != EEXIST) break;
     }

@@ -51,6 +51,8 @@ public:
     // a new file of a name of its own in the same folder, are flushed to
     // disk, and that file is renamed over `path`; then the folder is
     // flushed. On failure the old file stays as it was and `error` says why.
+    // The caller holds the file's lock, so that new files left by a replace
+    // that was cut off, by a crash or a power loss, can be cleared away.
     virtual bool replaceFile(const std::string& path, const std::string& bytes, int& error) = 0;
     // Waits a little for an exclusive lock on the file `path`, made if it
     // is missing; nothing, with `error`, when it cannot be had.
@@ -75,6 +77,8 @@ public:
     std::unique_ptr<FileLock> lockFile(const std::string& path, int& error) override;
 
 private:
+    std::string temporaryName(const std::string& path);
+    void removeLeftovers(const std::string& path);
     bool writeAll(int fd, const std::string& bytes);
     bool syncFolderOf(const std::string& path);
 

@@ -55,11 +55,13 @@ std::string contents(const fs::path& file) {
     return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
 
-TEST_F(Files, ASaveIsFlushedRenamedAndLeavesWhatLiesBesideTheList) {
+TEST_F(Files, ASaveIsFlushedRenamedAndClearsOnlyWhatEarlierSavesLeft) {
     test::RecordingCalls calls;
     drive::HeadlessPlatform counted{out, "", "", true, &calls};
     std::ofstream(at("list.txt.neu")) << "a file of the user's";
     fs::create_directory(at("list.txt.tmp"));
+    std::ofstream(at("list.txt.~12345")) << "a file of the user's";
+    std::ofstream(at("list.txt.~654321")) << "left by a save that was cut off";
     int error = 0;
     ASSERT_TRUE(counted.replaceFile(at("list.txt"), "old\r\n", error));
     EXPECT_EQ(contents(at("list.txt")), "old\r\n");
@@ -67,8 +69,10 @@ TEST_F(Files, ASaveIsFlushedRenamedAndLeavesWhatLiesBesideTheList) {
     EXPECT_EQ(calls.count["rename"], 1);
     EXPECT_EQ(contents(at("list.txt.neu")), "a file of the user's");
     EXPECT_TRUE(fs::is_directory(at("list.txt.tmp")));
-    // Nothing of the save is left over.
-    EXPECT_EQ(std::distance(fs::directory_iterator(dir), fs::directory_iterator()), 5);
+    // Nothing of this save or of an earlier one is left over.
+    EXPECT_FALSE(fs::exists(at("list.txt.~654321")));
+    EXPECT_TRUE(fs::exists(at("list.txt.~12345")));
+    EXPECT_EQ(std::distance(fs::directory_iterator(dir), fs::directory_iterator()), 6);
 }
 
 TEST_F(Files, AFailingWriteFlushCloseOrRenameLeavesTheOldListByteForByte) {
