@@ -26,9 +26,9 @@
 #include "game/Spiel.h"
 #include "ui/qt/ArtCache.h"
 #include "ui/qt/QtFrontEnd.h"
-#include "ui/qt/QtGerman.h"
 #include "ui/qt/QtLoop.h"
 #include "ui/qt/QtPlatform.h"
+#include "ui/qt/QtProgram.h"
 #include "ui/qt/WindowWidget.h"
 
 namespace {
@@ -276,13 +276,16 @@ TEST(QtWindows, AWindowUnloadedByTheModelLosesItsWidget) {
 }
 
 TEST(QtGerman, QtDrawsItsOwnTextsInGerman) {
-    ASSERT_TRUE(zd::qt::speakGerman(*QCoreApplication::instance()));
-    Program program;
+    // The program assembled as the game assembles itself.
+    zd::qt::QtProgram program;
+    zd::qt::QtFrontEnd frontEnd(program.p.tk, program.loop);
     zd::ui::FrmSpielfeld& f = program.p.frmSpielfeld();
-    program.show(f);
+    program.p.tk.dispatch([&] { program.p.tk.show(f); });
+    WindowWidget* widget = frontEnd.widgetFor(f);
+    ASSERT_NE(widget, nullptr);
 
     // mnuSpiel(3) as the open Spiel menu shows it.
-    const QList<QAction*> spiel = program.widget(f).menuBar()->actions().at(0)->menu()->actions();
+    const QList<QAction*> spiel = widget->menuBar()->actions().at(0)->menu()->actions();
     const auto beenden = std::find_if(spiel.begin(), spiel.end(), [](const QAction* a) {
         return a->text() == QStringLiteral("b&eenden");
     });

@@ -3,13 +3,11 @@
 #include "game/Spiel.h"
 #include "ui/qt/Guard.h"
 #include "ui/qt/QtFrontEnd.h"
-#include "ui/qt/QtGerman.h"
 #include "ui/qt/QtProgram.h"
 
 int main(int argc, char* argv[]) {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Zifferndach"));
-    zd::qt::speakGerman(app);
     // The program ends when its logic says so, never because a window closed.
     QApplication::setQuitOnLastWindowClosed(false);
 
