@@ -6,7 +6,8 @@ set -euo pipefail
 cd "$(dirname "$0")"
 
 packages=(cmake g++ make qt6-base-dev qt6-svg-dev qt6-multimedia-dev libgtest-dev
-          fonts-liberation libgl-dev clang libclang-rt-14-dev)
+          fonts-liberation qt6-translations-l10n libgl-dev clang libclang-rt-14-dev
+          appstream desktop-file-utils)
 missing=()
 for p in "${packages[@]}"; do
   dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" || missing+=("$p")

@@ -2,6 +2,7 @@
 #include <string>
 
 #include "best/modBeste.h"
+#include "game/ProjectInfo.h"
 #include "game/Routinen.h"
 
 namespace zd {
@@ -12,11 +13,8 @@ void lblHilfe_Click(Programm& p) { OeffneDokument(p, "Zifferndach.pdf"); }
 
 void lblAllgemein_Click(Programm& p) {
     // Sound 7 names no file: the information comes up silently.
-    ZeigeMsgOk(p, 7,
-               std::string("Programmierung:") + CRLF + "Das Zifferndach-Team" + CRLF +
-                   "zifferndach.example.org",
-               std::string("Grafik:") + CRLF + "Das Zifferndach-Team" + CRLF +
-                   "zifferndach.example.org",
+    ZeigeMsgOk(p, 7, std::string("Programmierung:") + CRLF + kAuthors + CRLF + kHomepage,
+               std::string("Grafik:") + CRLF + kAuthors + CRLF + kHomepage,
                NebenSpielfeld(-100, -100));
 }
 

@@ -7,12 +7,17 @@
 #include <QImage>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
 #include <QMouseEvent>
 #include <QPointer>
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTimer>
 
+#include <algorithm>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -23,6 +28,7 @@
 #include "ui/qt/QtFrontEnd.h"
 #include "ui/qt/QtLoop.h"
 #include "ui/qt/QtPlatform.h"
+#include "ui/qt/QtProgram.h"
 #include "ui/qt/WindowWidget.h"
 
 namespace {
@@ -267,6 +273,44 @@ TEST(QtWindows, AWindowUnloadedByTheModelLosesItsWidget) {
     EXPECT_EQ(widget->modelWindow(), nullptr);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_FALSE(widget);
+}
+
+TEST(QtGerman, QtDrawsItsOwnTextsInGerman) {
+    // The program assembled as the game assembles itself.
+    zd::qt::QtProgram program;
+    zd::qt::QtFrontEnd frontEnd(program.p.tk, program.loop);
+    zd::ui::FrmSpielfeld& f = program.p.frmSpielfeld();
+    program.p.tk.dispatch([&] { program.p.tk.show(f); });
+    WindowWidget* widget = frontEnd.widgetFor(f);
+    ASSERT_NE(widget, nullptr);
+
+    // mnuSpiel(3) as the open Spiel menu shows it.
+    const QList<QAction*> spiel = widget->menuBar()->actions().at(0)->menu()->actions();
+    const auto beenden = std::find_if(spiel.begin(), spiel.end(), [](const QAction* a) {
+        return a->text() == QStringLiteral("b&eenden");
+    });
+    ASSERT_NE(beenden, spiel.end());
+    EXPECT_EQ((*beenden)->shortcut().toString(QKeySequence::NativeText), QStringLiteral("Strg+E"));
+
+    // The context menu of a name box.
+    QLineEdit edit;
+    const std::unique_ptr<QMenu> menu(edit.createStandardContextMenu());
+    QStringList entries;
+    for (const QAction* a : menu->actions()) entries << a->text();
+    const QString shown = entries.join(QStringLiteral(" | "));
+    EXPECT_TRUE(shown.contains(QStringLiteral("&Kopieren\tStrg+C")) &&
+                shown.contains(QStringLiteral("Alles auswählen\tStrg+A")))
+        << shown.toStdString();
+}
+
+TEST(QtInstalled, TheDataFolderIsFoundInstalledAndBesideABuiltProgram) {
+    QTemporaryDir prefix;
+    const QString programs = prefix.filePath(QStringLiteral(ZD_INSTALL_BINDIR));
+    const QString data = prefix.filePath(QStringLiteral(ZD_INSTALL_DATADIR));
+    ASSERT_TRUE(QDir().mkpath(programs));
+    EXPECT_EQ(zd::qt::dataFolderOf(programs), programs);
+    ASSERT_TRUE(QDir().mkpath(data));
+    EXPECT_EQ(zd::qt::dataFolderOf(programs), data);
 }
 
 // Qt's event loop with a clock that moves only when the test says so.

@@ -18,6 +18,12 @@ constexpr std::size_t kPlayersPerSound = 3;
 
 }  // namespace
 
+QString dataFolderOf(const QString& programFolder) {
+    const QString installed =
+        QDir::cleanPath(programFolder + QLatin1Char('/') + QStringLiteral(ZD_DATA_FROM_PROGRAM));
+    return QFileInfo(installed).isDir() ? installed : programFolder;
+}
+
 QtPlatform::QtPlatform() = default;
 
 QtPlatform::~QtPlatform() = default;
@@ -38,7 +44,8 @@ std::string QtPlatform::systemDriveRoot() {
 }
 
 std::string QtPlatform::programFolder() {
-    return QDir::toNativeSeparators(QCoreApplication::applicationDirPath()).toStdString();
+    return QDir::toNativeSeparators(dataFolderOf(QCoreApplication::applicationDirPath()))
+        .toStdString();
 }
 
 int QtPlatform::waveOutputCount() {

@@ -8,11 +8,18 @@
 #include "system/Platform.h"
 
 class QSoundEffect;
+class QString;
 
 namespace zd::qt {
 
+// The folder of the program's pictures, sounds and documents for a program
+// in `programFolder`: the installed data folder where there is one, else
+// the program's own folder, as in a build.
+QString dataFolderOf(const QString& programFolder);
+
 // The platform of the real program: Qt's idea of data folders, the folder
-// of the executable, Qt Multimedia for sound and the desktop for documents.
+// of the program's files, Qt Multimedia for sound and the desktop for
+// documents.
 class QtPlatform : public sys::LocalFiles {
 public:
     QtPlatform();

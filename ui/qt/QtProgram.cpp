@@ -1,10 +1,12 @@
 #include "ui/qt/QtProgram.h"
 
+#include <QCoreApplication>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QStandardPaths>
 
 #include "game/Spiel.h"
+#include "ui/qt/QtGerman.h"
 
 namespace zd::qt {
 
@@ -20,6 +22,7 @@ QSize screenSize() {
 QtProgram::QtProgram()
     : p(loop, platform, screenSize().width() * ui::kTwipsPerPixel,
         screenSize().height() * ui::kTwipsPerPixel) {
+    speakGerman(*QCoreApplication::instance());
     loop.attach(p.tk);
     richteEin(p);
 }

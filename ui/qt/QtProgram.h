@@ -8,9 +8,9 @@
 
 namespace zd::qt {
 
-// The program as it runs on Qt: Qt's event loop, the desktop platform, and
-// one program instance sized to the primary screen, with its event routines
-// bound. Needs a QApplication.
+// The program as it runs on Qt: Qt's event loop, the desktop platform, Qt's
+// own texts in German, and one program instance sized to the primary
+// screen, with its event routines bound. Needs a QApplication.
 class QtProgram {
 public:
     QtProgram();
