@@ -1,6 +1,7 @@
 #include "game/Programm.h"
 
 #include <charconv>
+#include <limits>
 #include <memory>
 
 namespace zd {
@@ -57,13 +58,17 @@ struct Ansicht {
     std::function<bool(int, const std::string&)> schreib;
 };
 
+// Numbers outside [kleinste, groesste] are refused: by default those the
+// type cannot hold, for an index those its arrays cannot take.
 template <class T>
-Ansicht zahl(T* werte, int erster, int anzahl) {
+Ansicht zahl(T* werte, int erster, int anzahl,
+             long long kleinste = std::numeric_limits<T>::min(),
+             long long groesste = std::numeric_limits<T>::max()) {
     return {Ansicht::Art::Zahl, erster, anzahl,
             [werte](int i) { return std::to_string(werte[i]); },
-            [werte](int i, const std::string& v) {
+            [werte, kleinste, groesste](int i, const std::string& v) {
                 auto n = wholeNumber(v);
-                if (!n) return false;
+                if (!n || *n < kleinste || *n > groesste) return false;
                 werte[i] = static_cast<T>(*n);
                 return true;
             }};
@@ -95,7 +100,8 @@ std::optional<Ansicht> ansicht(Gemeinsam& g, const std::string& name) {
     if (name == "Gewinner") return wahr(g.Gewinner.data(), 0, 4);
     if (name == "SpielerName") return text(g.SpielerName.data(), 0, 4);
     if (name == "WurfNummer") return zahl(&g.WurfNummer, 0, 1);
-    if (name == "AktiverComputer") return zahl(&g.AktiverComputer, 0, 1);
+    // The spinning computer player, 1 to 3, and 0 before the first spin.
+    if (name == "AktiverComputer") return zahl(&g.AktiverComputer, 0, 1, 0, 3);
     if (name == "Belegt") return wahr(g.Belegt.data() + 1, 1, 3);
     if (name == "SpielerPunkte") return zahl(&g.SpielerPunkte, 0, 1);
     if (name == "Bestmarke") return zahl(&g.Bestmarke, 0, 1);
@@ -103,7 +109,8 @@ std::optional<Ansicht> ansicht(Gemeinsam& g, const std::string& name) {
     if (name == "FestplatteGefunden") return wahr(&g.FestplatteGefunden, 0, 1);
     if (name == "DatenPfad") return text(&g.DatenPfad, 0, 1);
     if (name == "SoundAn") return wahr(&g.SoundAn, 0, 1);
-    if (name == "EintragPlatz") return zahl(&g.EintragPlatz, 0, 1);
+    // A place of the list, 0 to 4, or -1 for none.
+    if (name == "EintragPlatz") return zahl(&g.EintragPlatz, 0, 1, -1, 4);
     if (name == "NeuerEintrag") return wahr(&g.NeuerEintrag, 0, 1);
     return std::nullopt;
 }
@@ -150,7 +157,14 @@ bool Programm::setVariable(const std::string& name, std::optional<int> index,
     if (!a) return false;
     auto i = element(*a, index, isArray(name));
     if (!i) return false;
-    return a->schreib(*i, value);
+    const Gemeinsam vorher = g;
+    if (!a->schreib(*i, value)) return false;
+    // An entry being made always has its place.
+    if (g.NeuerEintrag && g.EintragPlatz < 0) {
+        g = vorher;
+        return false;
+    }
+    return true;
 }
 
 }  // namespace zd

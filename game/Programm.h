@@ -67,12 +67,11 @@ public:
     ui::Toolkit tk;
     sys::Platform& platform;
     Gemeinsam g;
-    // While the question of the Beenden button is open, a game that ends
-    // behind it is told only once the player has chosen to play on.
-    struct {
-        bool frageOffen = false;
-        bool spielendeWartet = false;
-    } beenden;
+    // A round that ends while a window the player opened stands open (a
+    // question, the information, the list, the best-list offer) is evaluated
+    // at once, but whether it ended the game is told only when that window,
+    // and every window that followed from it, has gone.
+    bool spielendeWartet = false;
     // The best list as this copy last read or wrote it, so that a save can
     // tell whether another running copy has saved since; unknown after a
     // failed read.

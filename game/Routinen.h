@@ -21,8 +21,6 @@ void RundeAuswerten(Programm& p);
 void ZeigeGuthaben(Programm& p);
 void NaechsteRunde(Programm& p);
 void SpielendeMelden(Programm& p);
-// The end of a round's test for credits run out, which may end the game.
-void PruefeSpielende(Programm& p);
 
 // The spin of the computer player in AktiverComputer, which is set first.
 void StarteComputerDrehen(ui::FrmSpielfeld& f);

@@ -168,6 +168,9 @@ public:
     }
 
     void ExternesEnde() {
+        // The best-list button's offer ends here too; a game that ended
+        // behind it is told first, and only that telling asks for a new game.
+        if (p_.spielendeWartet) return;
         bool ende = false;
         for (int i = 0; i <= 3; ++i) {
             if (g_.Guthaben[i] == 0) ende = true;
@@ -191,20 +194,12 @@ public:
     void imgEnde_Click() {
         if (g_.Guthaben[0] != 0) {
             // The timers run on behind the question; should the game end
-            // there, it is told after the answer, and only if it is Nein.
-            p_.beenden.frageOffen = true;
+            // there, it is told after Nein, and Ja simply ends the program.
             const bool ja = FrageMsgJa(
                 p_, 2,
                 std::string(CRLF) + "Bist Du sicher," + CRLF + "dass Du das Spiel beenden möchtest?",
                 std::string(CRLF) + "»Spiel beenden« bestätigen", NebenSpielfeld(1000, 1000));
-            p_.beenden.frageOffen = false;
-            if (!ja) {
-                if (p_.beenden.spielendeWartet) {
-                    p_.beenden.spielendeWartet = false;
-                    PruefeSpielende(p_);
-                }
-                return;
-            }
+            if (!ja) return;
         }
         p_.tk.unload(f_);
     }

@@ -11,6 +11,18 @@ namespace {
 // The list box holds three-digit numbers, where text order is number order.
 std::int32_t AlsZahl(const std::string& text) { return Punktzahl(text); }
 
+// The end of a round's test for credits run out, which may end the game.
+void PruefeSpielende(Programm& p) {
+    const Gemeinsam& g = p.g;
+    if (g.SpielerPunkte <= 0) SpielendeMelden(p);
+    // Read after the step above, which may have started a new game.
+    bool computerAus = false;
+    for (int i = 1; i <= 3; ++i) {
+        if (g.Guthaben[i] <= 0) computerAus = true;
+    }
+    if (computerAus) SpielendeMelden(p);
+}
+
 }  // namespace
 
 void RundeAuswerten(Programm& p) {
@@ -40,22 +52,17 @@ void RundeAuswerten(Programm& p) {
     g.SpielerPunkte = g.Guthaben[0];
     if (BestmarkeGeschlagen(p)) f.imgBeste.Visible = true;
     ZeigeGuthaben(p);
-    if (p.beenden.frageOffen) {
-        p.beenden.spielendeWartet = true;
+    // Only a window the player opened can stand open now, since the game's
+    // own messages come when no round runs. It is left to finish first.
+    if (p.tk.topModal()) {
+        p.spielendeWartet = true;
+        p.tk.whenIdle([&p] {
+            p.spielendeWartet = false;
+            PruefeSpielende(p);
+        });
         return;
     }
     PruefeSpielende(p);
-}
-
-void PruefeSpielende(Programm& p) {
-    const Gemeinsam& g = p.g;
-    if (g.SpielerPunkte <= 0) SpielendeMelden(p);
-    // Read after the step above, which may have started a new game.
-    bool computerAus = false;
-    for (int i = 1; i <= 3; ++i) {
-        if (g.Guthaben[i] <= 0) computerAus = true;
-    }
-    if (computerAus) SpielendeMelden(p);
 }
 
 void ZeigeGuthaben(Programm& p) {

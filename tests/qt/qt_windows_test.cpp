@@ -17,6 +17,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <cstdlib>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -89,6 +90,15 @@ void sendMouse(QWidget* target, QEvent::Type type, QPoint pos) {
         type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(Qt::LeftButton);
     QMouseEvent e(type, QPointF(pos), QPointF(target->mapToGlobal(pos)),
                   type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton, held,
+                  Qt::NoModifier);
+    QCoreApplication::sendEvent(target, &e);
+}
+
+// A press or release of one button, the others up.
+void sendButton(QWidget* target, QEvent::Type type, QPoint pos, Qt::MouseButton button) {
+    const Qt::MouseButtons held =
+        type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(button);
+    QMouseEvent e(type, QPointF(pos), QPointF(target->mapToGlobal(pos)), button, held,
                   Qt::NoModifier);
     QCoreApplication::sendEvent(target, &e);
 }
@@ -258,6 +268,44 @@ TEST(QtInput, TextBoxesFollowTheModelAndTypingGoesBack) {
     EXPECT_EQ(edit->text(), QStringLiteral("DAn"));
 }
 
+TEST(QtInput, ALockedTextBoxTakesNoFocus) {
+    Program program;
+    zd::ui::FrmBeste& f = program.p.frmBeste();
+    zd::ui::TextBox& entry = f.txtSpieler[1];
+    program.p.tk.dispatch([&] {
+        for (int i = 0; i <= 4; ++i) f.txtSpieler[i].Locked = true;
+        entry.Locked = false;
+        entry.SetFocus();
+    });
+    program.show(f);
+    WindowWidget& widget = program.widget(f);
+    widget.activateWindow();
+    QCoreApplication::processEvents();
+    QLineEdit* edit = widget.lineEditFor(entry);
+    ASSERT_TRUE(edit->hasFocus());
+
+    // Locked, the same box gives its focus up and cannot be clicked into,
+    // and neither can any other locked box; a focus frame would make them
+    // look as if they took typing.
+    program.p.tk.dispatch([&] { entry.Locked = true; });
+    EXPECT_FALSE(edit->hasFocus());
+    QLineEdit* other = widget.lineEditFor(f.txtSpieler[0]);
+    EXPECT_EQ(other->focusPolicy(), Qt::NoFocus);
+    sendButton(other, QEvent::MouseButtonPress, QPoint(5, 5), Qt::LeftButton);
+    sendButton(other, QEvent::MouseButtonRelease, QPoint(5, 5), Qt::LeftButton);
+    EXPECT_FALSE(other->hasFocus());
+
+    // Shown anew with the focus still on the locked box, as the list for
+    // reading after an entry: no box has the focus.
+    program.p.tk.dispatch([&] { program.p.tk.hide(f); });
+    program.show(f);
+    WindowWidget& again = program.widget(f);
+    again.activateWindow();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(f.focus, &entry);
+    for (int i = 0; i <= 4; ++i) EXPECT_FALSE(again.lineEditFor(f.txtSpieler[i])->hasFocus()) << i;
+}
+
 TEST(QtWindows, AWindowUnloadedByTheModelLosesItsWidget) {
     Program program;
     zd::ui::FrmMsgOk& msg = program.p.frmMsgOk();
@@ -392,6 +440,75 @@ TEST(QtGame, ARoundAndTheNextLevelPlayedWithTheMouse) {
     EXPECT_FALSE(f.imgNaechsterLevel.Visible);
     EXPECT_EQ(f.lblGewonnen.Caption, "Spieler beginnt die neue Spielrunde");
     EXPECT_TRUE(f.imgWuerfeln.Visible);
+}
+
+TEST(QtGame, HilfeAndInfoLookPressedUnderAnyButtonButOnlyTheLeftOneClicks) {
+    Game game;
+    zd::Programm& p = game.p;
+    zd::ui::FrmSpielfeld& f = p.frmSpielfeld();
+    zd::ui::FrmBilder& b = p.frmBilder();
+    WindowWidget* widget = game.frontEnd.widgetFor(f);
+    ASSERT_NE(widget, nullptr);
+    QWidget* client = widget->clientArea();
+    // Should a click open the information after all, this closes it again.
+    QTimer::singleShot(5000, [&] {
+        if (zd::ui::Window* msg = p.tk.loaded("frmMsgOk")) p.tk.close(*msg);
+    });
+
+    for (Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton}) {
+        SCOPED_TRACE(button);
+        sendButton(client, QEvent::MouseButtonPress, centre(*widget, f.lblHilfe), button);
+        EXPECT_TRUE(zd::ui::sameObject(f.lblHilfe.picture, b.cmdHilfeGruen.picture));
+        // Let go elsewhere: the button that was pressed comes up all the same.
+        sendButton(client, QEvent::MouseButtonRelease, centre(*widget, f.imgEnde), button);
+        EXPECT_TRUE(zd::ui::sameObject(f.lblHilfe.picture, b.cmdHilfeAuswahl.picture));
+
+        sendButton(client, QEvent::MouseButtonPress, centre(*widget, f.lblAllgemein), button);
+        EXPECT_TRUE(zd::ui::sameObject(f.lblAllgemein.picture, b.cmdallgemeinGruen.picture));
+        sendButton(client, QEvent::MouseButtonRelease, centre(*widget, f.lblAllgemein), button);
+        EXPECT_TRUE(
+            zd::ui::sameObject(f.lblAllgemein.picture, b.cmdBeschreibungenAuswahl.picture));
+        EXPECT_EQ(p.tk.loaded("frmMsgOk"), nullptr);
+    }
+}
+
+// The topmost row of the picture that is drawn at all, and where in it.
+struct Tip {
+    int row = -1;
+    int left = 0;
+    int right = 0;
+};
+
+Tip fingertip(const QImage& image) {
+    for (int y = 0; y < image.height(); ++y) {
+        Tip tip{y, image.width(), -1};
+        for (int x = 0; x < image.width(); ++x) {
+            if (qAlpha(image.pixel(x, y)) < 128) continue;
+            tip.left = std::min(tip.left, x);
+            tip.right = std::max(tip.right, x);
+        }
+        if (tip.right >= 0) return tip;
+    }
+    return {};
+}
+
+TEST(QtCursor, TheHandPointsWithItsFingertipAtEveryDensity) {
+    Program program;
+    for (qreal dpr : {1.0, 2.0}) {
+        SCOPED_TRACE(dpr);
+        const QCursor& hand = program.frontEnd.handCursor(dpr);
+        const QImage picture = hand.pixmap().toImage();
+        ASSERT_EQ(picture.size(), QSize(32, 32) * dpr);
+        // The hot spot counts the picture's own pixels: at double density
+        // it must lie twice as far in, on the tip and not beside it.
+        const Tip tip = fingertip(picture);
+        ASSERT_GE(tip.row, 0);
+        EXPECT_GE(hand.hotSpot().x(), tip.left);
+        EXPECT_LE(hand.hotSpot().x(), tip.right);
+        EXPECT_LE(std::abs(hand.hotSpot().y() - tip.row), 1);
+    }
+    EXPECT_EQ(program.frontEnd.handCursor(2.0).hotSpot(),
+              program.frontEnd.handCursor(1.0).hotSpot() * 2);
 }
 
 TEST(QtGame, AClickOnTheBackgroundLeavesTheFieldInFront) {

@@ -16,6 +16,11 @@ HeadlessPlatform::HeadlessPlatform(std::ostream& out, std::string programFolder,
       soundDevice_(soundDevice) {}
 
 void HeadlessPlatform::playWave(const std::string& path) {
+    // A folder or an empty file has nothing to play: silent, as in the game.
+    std::error_code ec;
+    if (!std::filesystem::is_regular_file(path, ec)) return;
+    const auto size = std::filesystem::file_size(path, ec);
+    if (ec || size == 0) return;
     const std::string name = std::filesystem::path(path).filename().string();
     out_ << "sound " << sys::SoundNummer(name) << '\n';
 }

@@ -174,8 +174,26 @@ void Toolkit::dispatch(const std::function<void()>& handler) {
             // Everything has unwound to here; the program is over.
         }
     }
-    if (depth_ == 0) unloaded_.clear();
+    if (depth_ == 0) {
+        unloaded_.clear();
+        runIdleTasks();
+    }
     loop_.afterEvent();
+}
+
+void Toolkit::whenIdle(std::function<void()> task) {
+    idleTasks_.push_back(std::move(task));
+    if (depth_ == 0) runIdleTasks();
+}
+
+void Toolkit::runIdleTasks() {
+    // Each task is an event of its own; one that opens a modal window holds
+    // the rest back until that window has gone.
+    while (!ended_ && !idleTasks_.empty()) {
+        const std::function<void()> task = std::move(idleTasks_.front());
+        idleTasks_.erase(idleTasks_.begin());
+        dispatch(task);
+    }
 }
 
 void Toolkit::shift(Control& c) {

@@ -101,6 +101,9 @@ public:
 
     // Runs one event handler to its end; the program's end stops it.
     void dispatch(const std::function<void()>& handler);
+    // Runs `task` as soon as no event is running any more, which also means
+    // that no modal window stands, and before any further input or timer.
+    void whenIdle(std::function<void()> task);
 
 private:
     void activate(Window* w);
@@ -108,6 +111,7 @@ private:
     Window* topVisible() const;
     bool inputReaches(const Control& c) const;
     void shift(Control& c);
+    void runIdleTasks();
 
     EventLoop& loop_;
     TimerQueue timers_;
@@ -120,6 +124,7 @@ private:
     std::vector<std::unique_ptr<Window>> unloaded_;
     std::vector<Window*> stacking_;
     std::vector<Window*> modal_;
+    std::vector<std::function<void()>> idleTasks_;
     Window* active_ = nullptr;
     int depth_ = 0;
     bool ended_ = false;

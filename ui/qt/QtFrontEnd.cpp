@@ -20,6 +20,9 @@ namespace {
 // one just asked for is taken as a late report of an earlier state.
 constexpr qint64 kActivationSettleMs = 500;
 
+// Where the hand cursor's finger points, in its 32 by 32 picture.
+constexpr QPoint kFingertip(5, 0);
+
 // On X11 a window that a modal window blocks can still be raised by the
 // window manager when clicked, and Qt reports nothing of it: it hands the
 // focus on to the modal window at once. The focus event that starts this is
@@ -226,7 +229,11 @@ const QCursor& QtFrontEnd::handCursor(qreal dpr) {
     auto it = handCursors_.find(dpr);
     if (it != handCursors_.end()) return it->second;
     const QPixmap pixmap = art_.pixmap("spielfeld", "cursor_hand", QSize(32, 32), dpr);
-    QCursor cursor = pixmap.isNull() ? QCursor(Qt::PointingHandCursor) : QCursor(pixmap, 5, 0);
+    // The hot spot counts the picture's own pixels, dpr times as many as
+    // the 32 by 32 it is drawn on: it must stay on the fingertip.
+    const QPoint tip = kFingertip * dpr;
+    QCursor cursor =
+        pixmap.isNull() ? QCursor(Qt::PointingHandCursor) : QCursor(pixmap, tip.x(), tip.y());
     return handCursors_.emplace(dpr, cursor).first->second;
 }
 

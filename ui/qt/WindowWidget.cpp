@@ -214,6 +214,9 @@ int keyCode(int key) {
     }
 }
 
+// The buttons the windows hear of: left, right and middle.
+constexpr Qt::MouseButtons kMouseButtons = Qt::LeftButton | Qt::RightButton | Qt::MiddleButton;
+
 int buttonsOf(Qt::MouseButtons buttons) {
     int b = 0;
     if (buttons & Qt::LeftButton) b |= 1;
@@ -500,9 +503,13 @@ void WindowWidget::syncEdits() {
         if (e->alignment() != align) e->setAlignment(align);
         if (e->hasFrame() != box.border) e->setFrame(box.border);
         if (e->isReadOnly() != box.Locked) e->setReadOnly(box.Locked);
-        // Out of the tab order it can still be clicked into.
-        const Qt::FocusPolicy policy = box.TabStop ? Qt::StrongFocus : Qt::ClickFocus;
+        // Out of the tab order it can still be clicked into. A locked box
+        // takes no focus at all: a focus frame would make it look editable.
+        const Qt::FocusPolicy policy = box.Locked    ? Qt::NoFocus
+                                       : box.TabStop ? Qt::StrongFocus
+                                                     : Qt::ClickFocus;
         if (e->focusPolicy() != policy) e->setFocusPolicy(policy);
+        if (box.Locked && e->hasFocus()) e->clearFocus();
         if (e->isEnabled() != box.takesInput()) e->setEnabled(box.takesInput());
 
         const bool textChanged = box.Text != edit.text;
@@ -531,11 +538,10 @@ void WindowWidget::syncEdits() {
         const bool shown = box.shown() && !visible.isEmpty();
         if (e->isVisibleTo(client_) != shown) e->setVisible(shown);
     }
-    if (window_->focus != lastFocus_) {
-        lastFocus_ = window_->focus;
-        if (QLineEdit* e = lastFocus_ ? lineEditFor(*lastFocus_) : nullptr) {
-            e->setFocus(Qt::OtherFocusReason);
-        }
+    const ui::TextBox* focus = window_->focus && !window_->focus->Locked ? window_->focus : nullptr;
+    if (focus != lastFocus_) {
+        lastFocus_ = focus;
+        if (QLineEdit* e = focus ? lineEditFor(*focus) : nullptr) e->setFocus(Qt::OtherFocusReason);
     }
     pushing_ = false;
 }
@@ -752,21 +758,29 @@ void WindowWidget::beginManualDrag() {
 }
 
 void WindowWidget::onPress(QMouseEvent* e) {
-    if (!window_ || e->button() != Qt::LeftButton) return;
-    dragged_ = false;
-    manualDrag_ = false;
-    ui::Control* c = controlAt(*window_, e->position().toPoint(), clientSize());
-    pressed_ = c;
-    pressedWindow_ = c == nullptr;
-    if (c) guarded([this, c] { frontEnd_.toolkit().mouseDown(*c); });
+    if (!window_ || !(e->button() & kMouseButtons)) return;
+    if (e->button() == Qt::LeftButton) {
+        dragged_ = false;
+        manualDrag_ = false;
+    }
+    // The first button down captures the mouse for what it went down on;
+    // MouseDown comes for every button, the click only for the left one.
+    if (!(e->buttons() & kMouseButtons & ~e->button())) {
+        pressed_ = controlAt(*window_, e->position().toPoint(), clientSize());
+        pressedWindow_ = pressed_ == nullptr;
+    }
+    if (ui::Control* c = pressed_) guarded([this, c] { frontEnd_.toolkit().mouseDown(*c); });
 }
 
 void WindowWidget::onRelease(QMouseEvent* e) {
-    if (e->button() != Qt::LeftButton) return;
+    if (!(e->button() & kMouseButtons)) return;
     ui::Control* c = pressed_;
-    pressed_ = nullptr;
-    pressedWindow_ = false;
-    if (dragged_ || manualDrag_) {
+    if (!(e->buttons() & kMouseButtons)) {
+        pressed_ = nullptr;
+        pressedWindow_ = false;
+    }
+    const bool left = e->button() == Qt::LeftButton;
+    if (left && (dragged_ || manualDrag_)) {
         // A drag of the window ends in no click.
         dragged_ = false;
         manualDrag_ = false;
@@ -778,7 +792,7 @@ void WindowWidget::onRelease(QMouseEvent* e) {
     guarded([&] {
         ui::Toolkit& tk = frontEnd_.toolkit();
         tk.mouseUp(*c);
-        if (!self || !window_) return;
+        if (!left || !self || !window_) return;
         if (controlAt(*window_, at, clientSize()) == c) tk.click(*c);
     });
 }
@@ -802,9 +816,9 @@ void WindowWidget::onMouseMove(QMouseEvent* e) {
     ui::Control* over = controlAt(*window_, e->position().toPoint(), clientSize());
     updateCursor(over);
     if (dragged_ && left) return;
-    // While the button is down, moves go to what it went down on.
+    // While a button is down, moves go to what it went down on.
     ui::Control* target = over;
-    if (left && (pressed_ || pressedWindow_)) target = pressed_;
+    if ((e->buttons() & kMouseButtons) && (pressed_ || pressedWindow_)) target = pressed_;
     const int buttons = buttonsOf(e->buttons());
     guarded([&] {
         ui::Toolkit& tk = frontEnd_.toolkit();

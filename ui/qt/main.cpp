@@ -1,5 +1,8 @@
 #include <QApplication>
 
+#include <cstdio>
+#include <cstdlib>
+
 #include "game/Spiel.h"
 #include "ui/qt/Guard.h"
 #include "ui/qt/QtFrontEnd.h"
@@ -18,6 +21,12 @@ int main(int argc, char* argv[]) {
         // The start may already end the program, in a message at start-up.
         program.p.tk.dispatch([&program] { zd::Main(program.p); });
         if (!program.p.tk.ended()) result = QApplication::exec();
+        // The program ends at once, with its windows. Nothing is left to
+        // save (the list is written when it changes), and the tidying up of
+        // sound, windows and the display connection would only keep the
+        // process alive after its last window has gone.
+        std::fflush(nullptr);
+        std::_Exit(result);
     });
     return result;
 }
