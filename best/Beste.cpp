@@ -2,7 +2,7 @@
 #include <string>
 
 #include "best/modBeste.h"
-#include "game/Routinen.h"
+#include "game/program/Meldungen.h"
 #include "system/Dateien.h"
 
 namespace zd {

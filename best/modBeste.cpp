@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "best/Zeichensatz.h"
-#include "game/Routinen.h"
+#include "game/program/Meldungen.h"
 #include "system/Dateien.h"
 
 namespace zd {

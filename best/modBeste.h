@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "game/Programm.h"
+#include "game/program/Programm.h"
 
 namespace zd {
 

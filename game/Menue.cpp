@@ -2,7 +2,7 @@
 #include <string>
 
 #include "best/modBeste.h"
-#include "game/ProjectInfo.h"
+#include "ui/model/ProjectInfo.h"
 #include "game/Routinen.h"
 
 namespace zd {

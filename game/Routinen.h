@@ -2,7 +2,8 @@
 
 #include <string>
 
-#include "game/Programm.h"
+#include "game/program/Meldungen.h"
+#include "game/program/Programm.h"
 
 namespace zd {
 
@@ -28,27 +29,6 @@ void StarteComputerDrehen(ui::FrmSpielfeld& f);
 // Event routines of the windows
 void bindeSpielfeld(Programm& p, ui::FrmSpielfeld& f);
 void bindeMenue(Programm& p, ui::FrmSpielfeld& f);
-void bindeMeldungen(Programm& p);
 void bindeHintergrund(Programm& p, ui::FrmHintergrund& f);
-
-// The message sequence every caller keeps: sound, the two captions, the
-// place, the modal show. Positions are those of the message window's top
-// left corner; `mittig` centres it on the playing field.
-struct Platz {
-    bool mittig = true;
-    int links = 0;
-    int oben = 0;
-};
-Platz Mittig();
-Platz NebenSpielfeld(int dx, int dy);
-void ZeigeMsgOk(Programm& p, int sound, const std::string& meldung, const std::string& titel,
-                Platz platz);
-// Returns True when the answer is Ja; MsgAntwort keeps the answer itself.
-bool FrageMsgJa(Programm& p, int sound, const std::string& meldung, const std::string& titel,
-                Platz platz);
-
-void OeffneDokument(Programm& p, const std::string& datei);
-
-inline constexpr const char* CRLF = "\r\n";
 
 }  // namespace zd

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "game/Programm.h"
+#include "game/program/Programm.h"
 
 namespace zd {
 

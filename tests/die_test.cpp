@@ -4,7 +4,7 @@
 #include <array>
 #include <cmath>
 
-#include "game/Wuerfel.h"
+#include "game/program/Wuerfel.h"
 
 namespace zd {
 namespace {

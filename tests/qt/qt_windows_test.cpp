@@ -23,7 +23,7 @@
 #include <string>
 #include <vector>
 
-#include "game/Programm.h"
+#include "game/program/Programm.h"
 #include "game/Spiel.h"
 #include "ui/qt/ArtCache.h"
 #include "ui/qt/QtFrontEnd.h"

@@ -31,7 +31,7 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
-#include "game/Programm.h"
+#include "game/program/Programm.h"
 #include "game/Spiel.h"
 #include "ui/model/Toolkit.h"
 #include "ui/qt/Guard.h"

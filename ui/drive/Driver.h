@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "game/Programm.h"
+#include "game/program/Programm.h"
 #include "ui/drive/HeadlessPlatform.h"
 #include "ui/model/VirtualLoop.h"
 

@@ -23,11 +23,4 @@ public:
     CommandButton& cmdClear;
 };
 
-class FrmHintergrund : public Window {
-public:
-    explicit FrmHintergrund(Toolkit& tk);
-
-    Image& Image1;
-};
-
 }  // namespace zd::ui

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "ui/model/EventLoop.h"
+#include "ui/model/ProjectInfo.h"
 #include "ui/model/TimerQueue.h"
 #include "ui/model/Window.h"
 
@@ -21,12 +22,12 @@ constexpr int kTwipsPerPixel = 15;
 struct ProgramEnded {};
 
 struct AppInfo {
-    int Major = 3;
-    int Minor = 1;
-    int Revision = 0;
+    int Major = kVersionMajor;
+    int Minor = kVersionMinor;
+    int Revision = kVersionPatch;
     std::string Path;  // the program's folder
 
-    // "3.1.0": major, minor and revision as plain decimal numbers.
+    // Major, minor and revision as plain decimal numbers, with points between.
     std::string version() const {
         return std::to_string(Major) + "." + std::to_string(Minor) + "." + std::to_string(Revision);
     }

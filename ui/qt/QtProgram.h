@@ -2,7 +2,7 @@
 
 #include <QString>
 
-#include "game/Programm.h"
+#include "game/program/Programm.h"
 #include "ui/qt/QtLoop.h"
 #include "ui/qt/QtPlatform.h"
 

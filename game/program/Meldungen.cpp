@@ -1,7 +1,7 @@
 // The two message windows and the sequence every message keeps.
 #include <string>
 
-#include "game/Routinen.h"
+#include "game/program/Meldungen.h"
 #include "system/Dateien.h"
 #include "system/Sound.h"
 

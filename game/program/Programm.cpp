@@ -1,4 +1,4 @@
-#include "game/Programm.h"
+#include "game/program/Programm.h"
 
 #include <charconv>
 #include <limits>

@@ -1,4 +1,4 @@
-#include "game/Wuerfel.h"
+#include "game/program/Wuerfel.h"
 
 #include <algorithm>
 #include <chrono>

@@ -6,10 +6,11 @@
 #include <optional>
 #include <string>
 
-#include "game/Wuerfel.h"
+#include "game/program/Wuerfel.h"
 #include "system/Platform.h"
 #include "ui/forms/Banks.h"
 #include "ui/forms/FrmBeste.h"
+#include "ui/forms/FrmHintergrund.h"
 #include "ui/forms/FrmSpielfeld.h"
 #include "ui/forms/MessageWindows.h"
 #include "ui/model/Toolkit.h"

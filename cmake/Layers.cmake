@@ -1,0 +1,25 @@
+# zd_layer(NAME SOURCES file... [LINKS library...])
+#
+# A layer of the program: a static library made of the sources in the
+# calling folder, linked with the layers below it. Its headers are published
+# by the paths they are included by ("game/Routinen.h") under a folder of its
+# own in the build tree, and only that folder is on its users' include path;
+# the source tree is on none. So a layer sees exactly the headers of the
+# layers it links, and an include across layers that the links do not allow
+# fails to build.
+function(zd_layer name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+  add_library(${name} STATIC ${arg_SOURCES})
+  file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR})
+  set(root ${PROJECT_BINARY_DIR}/layers/${name})
+  file(REMOVE_RECURSE ${root}/${folder})
+  file(MAKE_DIRECTORY ${root}/${folder})
+  file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
+  foreach(header IN LISTS headers)
+    get_filename_component(file ${header} NAME)
+    file(CREATE_LINK ${header} ${root}/${folder}/${file} SYMBOLIC)
+  endforeach()
+  target_include_directories(${name} PUBLIC ${root})
+  target_link_libraries(${name} PUBLIC ${arg_LINKS})
+  set(ZD_LAYER_ROOT ${root} PARENT_SCOPE)
+endfunction()
