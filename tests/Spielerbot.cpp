@@ -17,21 +17,29 @@ std::string freshFolder(const std::string& name) {
     return folder.string();
 }
 
-Spielerbot::Spielerbot(const std::string& driveRoot, sys::FileCalls* calls) {
-    platform_ =
-        std::make_unique<drive::HeadlessPlatform>(events_, ZD_PROGRAM_DIR, driveRoot, true, calls);
-    program_ = std::make_unique<Programm>(loop_, *platform_, 15360, 11520);
-    loop_.attach(program_->tk);
-    loop_.modalStep = [this] { return answer(); };
-    richteEin(*program_);
-    program_->tk.dispatch([this] { Main(*program_); });
+namespace {
+
+drive::HarnessOptions withDriveRoot(const std::string& driveRoot, sys::FileCalls* calls) {
+    drive::HarnessOptions options;
+    options.programDir = ZD_PROGRAM_DIR;
+    options.driveRoot = driveRoot;
+    options.calls = calls;
+    return options;
+}
+
+}  // namespace
+
+Spielerbot::Spielerbot(const std::string& driveRoot, sys::FileCalls* calls)
+    : harness_(withDriveRoot(driveRoot, calls), events_) {
+    harness_.answer = [this] { return answer(); };
+    harness_.start();
 }
 
 Spielerbot::~Spielerbot() = default;
 
 int Spielerbot::boardNumber(int player) {
-    ui::FrmSpielfeld& f = program_->frmSpielfeld();
-    ui::FrmBilder& b = program_->frmBilder();
+    ui::FrmSpielfeld& f = program().frmSpielfeld();
+    ui::FrmBilder& b = program().frmBilder();
     auto face = [&b](const ui::Image& place) {
         for (int i = 1; i <= 6; ++i) {
             if (ui::sameObject(place.picture, b.imgWurf[i].picture)) return i;
@@ -52,21 +60,21 @@ void Spielerbot::noteRoundEnd() {
 }
 
 bool Spielerbot::answer() {
-    ui::Toolkit& tk = program_->tk;
+    ui::Toolkit& tk = program().tk;
     ui::Window* top = tk.topModal();
     if (!top) throw std::logic_error("asked to answer with no window open");
     const std::string name = top->name();
     if (name == "frmMsgOk") {
-        messages_.push_back(program_->frmMsgOk().lblMeldung.Caption + program_->frmMsgOk().lblTitel.Caption);
+        messages_.push_back(program().frmMsgOk().lblMeldung.Caption + program().frmMsgOk().lblTitel.Caption);
         // The end of a game is told while the round is still on the board.
-        if (program_->frmMsgOk().lblTitel.Caption == "\r\nSpielende.") {
+        if (program().frmMsgOk().lblTitel.Caption == "\r\nSpielende.") {
             gameEnded_ = true;
             noteRoundEnd();
         }
-        return tk.click(program_->frmMsgOk().lblOk);
+        return tk.click(program().frmMsgOk().lblOk);
     }
     if (name == "frmMsgJa") {
-        ui::FrmMsgJa& w = program_->frmMsgJa();
+        ui::FrmMsgJa& w = program().frmMsgJa();
         const bool newGameQuestion = w.lblTitel.Caption == "\r\n»Neues Spiel« bestätigen";
         if (newGameQuestion) {
             if (!newGame()) return tk.click(w.lblNein);
@@ -74,13 +82,13 @@ bool Spielerbot::answer() {
         }
         return tk.click(w.lblJa);
     }
-    if (name == "frmBeste") return tk.click(program_->frmBeste().cmdEnde);
+    if (name == "frmBeste") return tk.click(program().frmBeste().cmdEnde);
     throw std::logic_error("no answer for " + name);
 }
 
 void Spielerbot::play(long rounds) {
-    ui::Toolkit& tk = program_->tk;
-    ui::FrmSpielfeld& f = program_->frmSpielfeld();
+    ui::Toolkit& tk = program().tk;
+    ui::FrmSpielfeld& f = program().frmSpielfeld();
     if (f.imgNeu.Visible) tk.click(f.imgNeu);
     while (rounds_ < rounds && !tk.ended()) {
         if (f.imgNaechsterLevel.Visible) {
@@ -102,7 +110,7 @@ void Spielerbot::play(long rounds) {
         if (placed) continue;
         const auto due = tk.timers().nextDue();
         if (!due) throw std::logic_error("the game stands still");
-        loop_.FastForwardBy(*due - loop_.now());
+        harness_.clock().FastForwardBy(*due - harness_.clock().now());
         if (checked_ && !f.imgNaechsterLevel.Visible) checked_ = false;
     }
 }

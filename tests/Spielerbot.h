@@ -6,9 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "game/program/Programm.h"
-#include "ui/drive/HeadlessPlatform.h"
-#include "ui/model/VirtualLoop.h"
+#include "ui/drive/Harness.h"
 
 namespace zd::test {
 
@@ -33,7 +31,7 @@ public:
     // Answer to the question of a new game after a game has ended.
     std::function<bool()> newGame = [] { return true; };
 
-    Programm& program() { return *program_; }
+    Programm& program() { return harness_.program(); }
     // Every frmMsgOk text answered so far, lblMeldung and lblTitel together.
     const std::vector<std::string>& messages() const { return messages_; }
     long rounds() const { return rounds_; }
@@ -49,9 +47,7 @@ private:
     void noteRoundEnd();
 
     std::ostringstream events_;
-    ui::VirtualLoop loop_;
-    std::unique_ptr<drive::HeadlessPlatform> platform_;
-    std::unique_ptr<Programm> program_;
+    drive::Harness harness_;
     long rounds_ = 0;
     long games_ = 1;
     bool checked_ = false;

@@ -20,7 +20,7 @@ struct Outcome {
 
 Outcome drive(const std::string& script) {
     const std::string root = freshFolder("zd-driver-set");
-    drive::Options options;
+    drive::HarnessOptions options;
     options.programDir = ZD_PROGRAM_DIR;
     options.driveRoot = root;
     options.dice = std::vector<int>(12, 6);

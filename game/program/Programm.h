@@ -60,11 +60,6 @@ public:
     ui::FrmMsgJa& frmMsgJa() { return tk.use<ui::FrmMsgJa>("frmMsgJa"); }
     ui::FrmHintergrund& frmHintergrund() { return tk.use<ui::FrmHintergrund>("frmHintergrund"); }
 
-    // A shared variable as the driver prints it, or nothing if unknown.
-    std::optional<std::string> printVariable(const std::string& name, std::optional<int> index);
-    // Sets a shared variable from its printed form; false if unknown or bad.
-    bool setVariable(const std::string& name, std::optional<int> index, const std::string& value);
-
     ui::Toolkit tk;
     sys::Platform& platform;
     Gemeinsam g;

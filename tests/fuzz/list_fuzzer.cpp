@@ -1,41 +1,43 @@
 // Any bytes at all as the best list's file: the start must come through,
 // leave at most five entries, and a mark of 0 or more.
+#include <unistd.h>
+
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
+#include <fstream>
 #include <sstream>
 #include <string>
 
-#include "best/modBeste.h"
-#include "game/Spiel.h"
-#include "ui/drive/HeadlessPlatform.h"
-#include "ui/model/VirtualLoop.h"
+#include "ui/drive/Harness.h"
 
 namespace {
 
-// The list file comes from the fuzzer; nothing is written anywhere.
-class FuzzPlatform : public zd::drive::HeadlessPlatform {
-public:
-    FuzzPlatform(std::ostream& out, std::string bytes)
-        : HeadlessPlatform(out, "/nonexistent", "/nonexistent-root", false), bytes_(std::move(bytes)) {}
-    zd::sys::PathState pathState(const std::string&) override { return zd::sys::PathState::Exists; }
-    std::optional<std::string> readLines(const std::string&, int, int&) override { return bytes_; }
-    bool replaceFile(const std::string&, const std::string&, int&) override { return true; }
+namespace fs = std::filesystem;
 
-private:
-    std::string bytes_;
-};
+// The drive root of this process's runs, made once.
+const fs::path& driveRoot() {
+    static const fs::path root = [] {
+        const fs::path r = fs::temp_directory_path() / ("zd-fuzz-" + std::to_string(::getpid()));
+        fs::create_directories(r / "wuerfelhof");
+        return r;
+    }();
+    return root;
+}
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    std::ostringstream out;
-    FuzzPlatform platform(out, std::string(reinterpret_cast<const char*>(data), size));
-    zd::ui::VirtualLoop loop;
-    zd::Programm p(loop, platform, 15360, 11520);
-    loop.attach(p.tk);
-    loop.modalStep = [&p] { return p.tk.click(p.frmMsgOk().lblOk); };
-    zd::richteEin(p);
-    p.tk.dispatch([&p] { zd::Main(p); });
+    std::ofstream(driveRoot() / "wuerfelhof" / "zifdach.txt", std::ios::binary | std::ios::trunc)
+        .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
+    std::ostringstream events;
+    zd::drive::HarnessOptions options;
+    options.driveRoot = driveRoot().string();
+    options.soundDevice = false;
+    zd::drive::Harness harness(options, events);
+    zd::Programm& p = harness.program();
+    harness.answer = [&p] { return p.tk.click(p.frmMsgOk().lblOk); };
+    harness.start();
     if (!p.frmSpielfeld().visible() || p.frmBeste().lstPunkte.ListCount() > 5 || p.g.Bestmarke < 0) {
         __builtin_trap();
     }

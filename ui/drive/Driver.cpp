@@ -3,14 +3,13 @@
 #include <charconv>
 #include <sstream>
 
-#include "game/Spiel.h"
+#include "ui/drive/Variables.h"
 
 namespace zd::drive {
 
 namespace {
 
-// Everything the program is given instead of a window system, and the
-// events the driver writes down.
+// A name with its index, if any: "imgWurf(3)".
 struct Segment {
     std::string name;
     std::optional<int> index;
@@ -48,56 +47,31 @@ std::vector<std::string_view> split(std::string_view text, char by) {
     return parts;
 }
 
-struct DiceExhausted {};
-struct Starved {};
-
 }  // namespace
 
-class Driver::Loop : public ui::VirtualLoop {
-public:
-    explicit Loop(std::ostream& out) : out_(out) {}
-    void modalBegins(ui::Window& w) override { out_ << "modal " << w.name() << '\n'; }
-
-private:
-    std::ostream& out_;
-};
-
-Driver::Driver(const Options& options, std::istream& script, std::ostream& out, std::ostream& err)
-    : script_(script), out_(out), err_(err), loop_(std::make_unique<Loop>(out)) {
-    platform_ = std::make_unique<HeadlessPlatform>(out, options.programDir,
-                                                   options.driveRoot.value_or(""),
-                                                   options.soundDevice);
-    // 1024 x 768 pixels.
-    program_ = std::make_unique<Programm>(*loop_, *platform_, 1024 * ui::kTwipsPerPixel,
-                                          768 * ui::kTwipsPerPixel);
-    loop_->attach(program_->tk);
-    loop_->modalStep = [this] { return step(); };
-    if (options.dice) {
-        dice_ = *options.dice;
-        program_->wuerfel.vorgabe = [this] {
-            if (nextDie_ >= dice_.size()) throw DiceExhausted{};
-            return dice_[nextDie_++];
-        };
-    }
-    richteEin(*program_);
+Driver::Driver(const HarnessOptions& options, std::istream& script, std::ostream& out,
+               std::ostream& err)
+    : script_(script), out_(out), err_(err), harness_(options, out), program_(harness_.program()) {
+    harness_.answer = [this] { return step(); };
+    harness_.modalBegins = [this](ui::Window& w) { out_ << "modal " << w.name() << '\n'; };
 }
 
 Driver::~Driver() = default;
 
 int Driver::run() {
     try {
-        while (!program_->tk.ended() && step()) {
+        while (!program_.tk.ended() && step()) {
         }
-        if (program_->tk.ended()) out_ << "end\n";
+        if (program_.tk.ended()) out_ << "end\n";
         return 0;
     } catch (const Stop& stop) {
         return stop.code;
     } catch (const DiceExhausted&) {
         out_ << "error: dice exhausted\n";
         return 2;
-    } catch (const std::runtime_error& e) {
+    } catch (const ui::ModalWithoutInput& open) {
         // The script ended while a modal window was still open.
-        err_ << "note: " << e.what() << '\n';
+        err_ << "note: the script ended with " << open.window << " open\n";
         return 0;
     }
 }
@@ -113,7 +87,7 @@ bool Driver::step() {
         const auto first = line.find_first_not_of(" \t");
         if (first == std::string::npos || line[first] == '#') continue;
         execute(line.substr(first));
-        if (program_->tk.ended()) {
+        if (program_.tk.ended()) {
             // Everything the program did has unwound; nothing more runs.
             out_ << "end\n";
             out_.flush();
@@ -133,8 +107,8 @@ void Driver::scriptError(const std::string& message) {
 void Driver::ignored(const std::string& line) { out_ << "ignored: " << line << '\n'; }
 
 ui::Window& Driver::window(const std::string& name) {
-    if (!program_->tk.defines(name)) scriptError("unknown window " + name);
-    return program_->tk.use(name);
+    if (!program_.tk.defines(name)) scriptError("unknown window " + name);
+    return program_.tk.use(name);
 }
 
 ui::Control& Driver::control(ui::Window& w, const std::string& name, std::optional<int> index) {
@@ -151,14 +125,14 @@ std::string Driver::evaluate(const std::string& expr) {
     if (parts.size() == 1) {
         auto var = segment(parts[0]);
         if (!var) scriptError("bad expression " + expr);
-        auto value = program_->printVariable(var->name, var->index);
+        auto value = printVariable(program_, var->name, var->index);
         if (!value) scriptError("unknown variable " + expr);
         return *value;
     }
     const std::string windowName(parts[0]);
-    if (!program_->tk.defines(windowName)) scriptError("unknown window " + windowName);
+    if (!program_.tk.defines(windowName)) scriptError("unknown window " + windowName);
     if (parts.size() == 2 && parts[1] == "Loaded") {
-        return ui::printableBool(program_->tk.loaded(windowName) != nullptr);
+        return ui::printableBool(program_.tk.loaded(windowName) != nullptr);
     }
     ui::Window& w = window(windowName);
     if (parts.size() == 2) {
@@ -180,16 +154,16 @@ void Driver::execute(const std::string& line) {
     const auto blank = line.find(' ');
     const std::string command = line.substr(0, blank);
     const std::string rest = blank == std::string::npos ? "" : line.substr(blank + 1);
-    ui::Toolkit& tk = program_->tk;
+    ui::Toolkit& tk = program_.tk;
 
     if (command == "start") {
-        tk.dispatch([this] { Main(*program_); });
+        harness_.start();
         return;
     }
     if (command == "wait") {
         auto ms = number(rest);
         if (!ms || *ms < 0) scriptError("bad time " + rest);
-        loop_->FastForwardBy(*ms);
+        harness_.clock().FastForwardBy(*ms);
         return;
     }
     if (command == "print" || command == "expect") {
@@ -215,7 +189,7 @@ void Driver::execute(const std::string& line) {
         const auto eq = rest.find(" = ");
         if (eq == std::string::npos) scriptError("set needs NAME = VALUE");
         auto var = segment(rest.substr(0, eq));
-        if (!var || !program_->setVariable(var->name, var->index, rest.substr(eq + 3))) {
+        if (!var || !setVariable(program_, var->name, var->index, rest.substr(eq + 3))) {
             scriptError("cannot set " + rest);
         }
         return;

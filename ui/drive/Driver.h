@@ -8,18 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "game/program/Programm.h"
-#include "ui/drive/HeadlessPlatform.h"
-#include "ui/model/VirtualLoop.h"
+#include "ui/drive/Harness.h"
 
 namespace zd::drive {
-
-struct Options {
-    std::string programDir;
-    std::optional<std::string> driveRoot;  // empty string: no drive
-    bool soundDevice = true;
-    std::optional<std::vector<int>> dice;
-};
 
 // Ends the run with an exit code: 1 for a failed expect, 2 for a script error.
 struct Stop {
@@ -29,15 +20,14 @@ struct Stop {
 // Plays the program from a script with a virtual clock and no display.
 class Driver {
 public:
-    Driver(const Options& options, std::istream& script, std::ostream& out, std::ostream& err);
+    Driver(const HarnessOptions& options, std::istream& script, std::ostream& out,
+           std::ostream& err);
     ~Driver();
 
     // Runs the script to its end or the program's; returns the exit code.
     int run();
 
 private:
-    class Loop;
-
     // Reads and runs the next command; false at the end of the script.
     bool step();
     void execute(const std::string& line);
@@ -52,11 +42,8 @@ private:
     std::ostream& out_;
     std::ostream& err_;
     int lineNumber_ = 0;
-    std::unique_ptr<Loop> loop_;
-    std::unique_ptr<HeadlessPlatform> platform_;
-    std::unique_ptr<Programm> program_;
-    std::vector<int> dice_;
-    std::size_t nextDie_ = 0;
+    Harness harness_;
+    Programm& program_;
 };
 
 }  // namespace zd::drive

@@ -1,6 +1,7 @@
 // zifferndach-drive: plays the program from a script, headless, with a
 // virtual clock.
 #include <cstdlib>
+#include <exception>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -41,10 +42,11 @@ private:
 }  // namespace
 
 int main(int argc, char** argv) {
-    zd::drive::Options options;
+    zd::drive::HarnessOptions options;
     std::error_code ec;
     options.programDir = fs::canonical("/proc/self/exe", ec).parent_path().string();
     bool noDrive = false;
+    std::optional<std::string> driveRoot;
     std::string scriptPath;
     for (int i = 1; i < argc; ++i) {
         const std::string arg = argv[i];
@@ -55,7 +57,7 @@ int main(int argc, char** argv) {
         if (arg == "--program-dir") {
             options.programDir = value();
         } else if (arg == "--drive-root") {
-            options.driveRoot = value();
+            driveRoot = value();
         } else if (arg == "--no-drive") {
             noDrive = true;
         } else if (arg == "--no-sound-device") {
@@ -80,14 +82,10 @@ int main(int argc, char** argv) {
             return usage();
         }
     }
-    if (noDrive && options.driveRoot) return usage();
+    if (noDrive && driveRoot) return usage();
 
     TemporaryRoot temporary;
-    if (noDrive) {
-        options.driveRoot = "";
-    } else if (!options.driveRoot) {
-        options.driveRoot = temporary.path();
-    }
+    if (!noDrive) options.driveRoot = driveRoot.value_or(temporary.path());
 
     std::ifstream file;
     if (!scriptPath.empty() && scriptPath != "-") {
@@ -99,9 +97,14 @@ int main(int argc, char** argv) {
     }
     std::istream& script = file.is_open() ? static_cast<std::istream&>(file) : std::cin;
     int code = 0;
-    {
+    try {
         zd::drive::Driver driver(options, script, std::cout, std::cerr);
         code = driver.run();
+    } catch (const std::exception& e) {
+        // Not the script's doing: the driver itself could not go on.
+        std::cout.flush();
+        std::cerr << "error: " << e.what() << '\n';
+        code = 3;
     }
     std::cout.flush();
     return code;

@@ -1,25 +1,25 @@
 #include "ui/model/VirtualLoop.h"
 
 #include <algorithm>
-#include <stdexcept>
 
 #include "ui/model/Toolkit.h"
 
 namespace zd::ui {
 
-void VirtualLoop::RunUntilIdle() {
-    while (!toolkit_->ended() && toolkit_->fireDueTimer(now_)) {
-    }
-}
-
-void VirtualLoop::FastForwardBy(std::int64_t ms) {
-    const std::int64_t end = now_ + ms;
+void VirtualLoop::runDueUntil(std::int64_t end) {
     while (!toolkit_->ended()) {
-        auto due = toolkit_->timers().nextDue();
+        const auto due = toolkit_->timers().nextDue();
         if (!due || *due > end) break;
         now_ = std::max(now_, *due);
         toolkit_->fireDueTimer(now_);
     }
+}
+
+void VirtualLoop::RunUntilIdle() { runDueUntil(now_); }
+
+void VirtualLoop::FastForwardBy(std::int64_t ms) {
+    const std::int64_t end = now_ + ms;
+    runDueUntil(end);
     now_ = std::max(now_, end);
 }
 
@@ -28,8 +28,7 @@ void VirtualLoop::runModal(const std::function<bool()>& finished) {
         if (toolkit_->fireDueTimer(now_)) continue;
         if (!modalStep || !modalStep()) {
             Window* open = toolkit_->topModal();
-            throw std::runtime_error("the modal window " + (open ? open->name() : std::string("?")) +
-                                     " is open and nothing is left to do");
+            throw ModalWithoutInput{open ? open->name() : std::string("?")};
         }
     }
 }

@@ -2,12 +2,19 @@
 
 #include <cstdint>
 #include <functional>
+#include <string>
 
 #include "ui/model/EventLoop.h"
 
 namespace zd::ui {
 
 class Toolkit;
+
+// A modal window waits for input that will never come: nothing is due and
+// nobody has anything more to do.
+struct ModalWithoutInput {
+    std::string window;
+};
 
 // The headless build's event loop: a clock that moves only when told to.
 class VirtualLoop : public EventLoop {
@@ -23,11 +30,14 @@ public:
 
     // Inside a modal show: runs due timers, else takes the next step from
     // `modalStep` (the driver's next command). With nothing left to do it
-    // fails, naming the window that is still open.
+    // throws ModalWithoutInput.
     void runModal(const std::function<bool()>& finished) override;
     std::function<bool()> modalStep;
 
 private:
+    // Runs in time order every timer due up to `end`, the clock following.
+    void runDueUntil(std::int64_t end);
+
     Toolkit* toolkit_ = nullptr;
     std::int64_t now_ = 0;
 };

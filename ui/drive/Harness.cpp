@@ -1,0 +1,45 @@
+#include "ui/drive/Harness.h"
+
+#include "game/Spiel.h"
+
+namespace zd::drive {
+
+class Harness::Clock : public ui::VirtualLoop {
+public:
+    explicit Clock(Harness& harness) : harness_(harness) {}
+    void modalBegins(ui::Window& w) override {
+        if (harness_.modalBegins) harness_.modalBegins(w);
+    }
+
+private:
+    Harness& harness_;
+};
+
+Harness::Harness(const HarnessOptions& options, std::ostream& events)
+    : clock_(std::make_unique<Clock>(*this)),
+      platform_(std::make_unique<HeadlessPlatform>(events, options.programDir, options.driveRoot,
+                                                   options.soundDevice, options.calls)),
+      program_(std::make_unique<Programm>(*clock_, *platform_,
+                                          options.screenWidthPx * ui::kTwipsPerPixel,
+                                          options.screenHeightPx * ui::kTwipsPerPixel)) {
+    clock_->attach(program_->tk);
+    clock_->modalStep = [this] { return answer && answer(); };
+    if (options.dice) {
+        dice_ = *options.dice;
+        program_->wuerfel.vorgabe = [this] {
+            if (nextDie_ >= dice_.size()) throw DiceExhausted{};
+            return dice_[nextDie_++];
+        };
+    }
+    richteEin(*program_);
+}
+
+Harness::~Harness() = default;
+
+ui::VirtualLoop& Harness::clock() { return *clock_; }
+
+void Harness::start() {
+    program_->tk.dispatch([this] { Main(*program_); });
+}
+
+}  // namespace zd::drive
