@@ -3,6 +3,7 @@
 #include <charconv>
 #include <sstream>
 
+#include "ui/drive/Printing.h"
 #include "ui/drive/Variables.h"
 
 namespace zd::drive {
@@ -132,11 +133,11 @@ std::string Driver::evaluate(const std::string& expr) {
     const std::string windowName(parts[0]);
     if (!program_.tk.defines(windowName)) scriptError("unknown window " + windowName);
     if (parts.size() == 2 && parts[1] == "Loaded") {
-        return ui::printableBool(program_.tk.loaded(windowName) != nullptr);
+        return printableBool(program_.tk.loaded(windowName) != nullptr);
     }
     ui::Window& w = window(windowName);
     if (parts.size() == 2) {
-        auto value = w.printProperty(parts[1]);
+        auto value = printProperty(w, parts[1]);
         if (!value) scriptError("unknown property " + expr);
         return *value;
     }
@@ -145,7 +146,7 @@ std::string Driver::evaluate(const std::string& expr) {
     auto prop = segment(parts[2]);
     if (!c || !prop) scriptError("bad expression " + expr);
     ui::Control& target = control(w, c->name, c->index);
-    auto value = target.printProperty(prop->name, prop->index);
+    auto value = printProperty(target, prop->name, prop->index);
     if (!value) scriptError("unknown property " + expr);
     return *value;
 }

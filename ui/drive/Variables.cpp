@@ -5,6 +5,8 @@
 #include <functional>
 #include <limits>
 
+#include "ui/drive/Printing.h"
+
 namespace zd::drive {
 
 namespace {
@@ -63,7 +65,7 @@ Variable numbers(T* values, int first, int count,
 
 Variable truths(bool* values, int first, int count) {
     return {first, count,
-            [values](int i) { return ui::printableBool(values[i]); },
+            [values](int i) { return printableBool(values[i]); },
             [values](int i, const std::string& v) {
                 auto b = truth(v);
                 if (!b) return false;
@@ -74,7 +76,7 @@ Variable truths(bool* values, int first, int count) {
 
 Variable texts(std::string* values, int first, int count) {
     return {first, count,
-            [values](int i) { return ui::printableText(values[i]); },
+            [values](int i) { return printableText(values[i]); },
             [values](int i, const std::string& v) {
                 values[i] = unprintable(v);
                 return true;

@@ -235,11 +235,4 @@ FrmSpielfeld::FrmSpielfeld(Toolkit& tk)
     mnuInfo.put(4, addMenu("mnuInfo", 4, "&Beste Spieler...", &mnuMenue3));
 }
 
-std::optional<std::string> FrmSpielfeld::printProperty(std::string_view prop) const {
-    if (prop == "Wurf") return std::to_string(Wurf);
-    if (prop == "DrehBild") return std::to_string(DrehBild);
-    if (prop == "PfeilBild") return std::to_string(PfeilBild);
-    return Window::printProperty(prop);
-}
-
 }  // namespace zd::ui

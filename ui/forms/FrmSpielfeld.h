@@ -12,9 +12,6 @@ class FrmSpielfeld : public Window {
 public:
     explicit FrmSpielfeld(Toolkit& tk);
 
-    // The window's own variables read like properties: frmSpielfeld.DrehBild.
-    std::optional<std::string> printProperty(std::string_view prop) const override;
-
     ControlArray<Label> Label1;
     Image& lblHilfe;
     Image& lblAllgemein;

@@ -8,31 +8,11 @@
 
 namespace zd::ui {
 
-std::string printableText(const std::string& text) {
-    std::string out;
-    out.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') {
-            out += "\\r\\n";
-            ++i;
-        } else {
-            out += text[i];
-        }
-    }
-    return out;
-}
-
-std::string printableBool(bool value) { return value ? "True" : "False"; }
-
 int characterCount(const std::string& utf8) {
     int n = 0;
     for (char c : utf8) n += (static_cast<unsigned char>(c) & 0xC0) != 0x80;
     return n;
 }
-
-namespace {
-std::string printablePicture(const Picture& p) { return p ? p->origin : "(none)"; }
-}  // namespace
 
 Control::Control(Window& window, std::string name, int index)
     : window_(window), name_(std::move(name)), index_(index) {}
@@ -70,35 +50,6 @@ void Control::Move(int left, int top, int width, int height) {
     Height = height;
 }
 
-std::optional<std::string> Control::printProperty(std::string_view prop,
-                                                  std::optional<int>) const {
-    if (prop == "Visible") return printableBool(Visible);
-    if (prop == "Enabled") return printableBool(Enabled);
-    if (prop == "Left") return std::to_string(Left);
-    if (prop == "Top") return std::to_string(Top);
-    if (prop == "Width") return std::to_string(Width);
-    if (prop == "Height") return std::to_string(Height);
-    return std::nullopt;
-}
-
-std::optional<std::string> Label::printProperty(std::string_view prop,
-                                                std::optional<int> arg) const {
-    if (prop == "Caption") return printableText(Caption);
-    return Control::printProperty(prop, arg);
-}
-
-std::optional<std::string> Image::printProperty(std::string_view prop,
-                                                std::optional<int> arg) const {
-    if (prop == "Picture") return printablePicture(picture);
-    return Control::printProperty(prop, arg);
-}
-
-std::optional<std::string> PictureBox::printProperty(std::string_view prop,
-                                                     std::optional<int> arg) const {
-    if (prop == "Picture") return printablePicture(picture);
-    return Control::printProperty(prop, arg);
-}
-
 void ListBox::AddItem(const std::string& text) {
     if (!Sorted) {
         items_.push_back(text);
@@ -116,35 +67,12 @@ void ListBox::setList(int row, const std::string& text) {
     if (row >= 0 && row < ListCount()) items_[static_cast<std::size_t>(row)] = text;
 }
 
-std::optional<std::string> ListBox::printProperty(std::string_view prop,
-                                                  std::optional<int> arg) const {
-    if (prop == "ListCount") return std::to_string(ListCount());
-    if (prop == "List" && arg) return printableText(List(*arg));
-    return Control::printProperty(prop, arg);
-}
-
 void TextBox::SetFocus() { window().focus = this; }
-
-std::optional<std::string> TextBox::printProperty(std::string_view prop,
-                                                  std::optional<int> arg) const {
-    if (prop == "Text") return printableText(Text);
-    if (prop == "SelStart") return std::to_string(SelStart);
-    if (prop == "SelLength") return std::to_string(SelLength);
-    if (prop == "Locked") return printableBool(Locked);
-    if (prop == "TabStop") return printableBool(TabStop);
-    return Control::printProperty(prop, arg);
-}
 
 char CommandButton::accessKey() const {
     auto amp = Caption.find('&');
     if (amp == std::string::npos || amp + 1 >= Caption.size()) return 0;
     return static_cast<char>(std::toupper(static_cast<unsigned char>(Caption[amp + 1])));
-}
-
-std::optional<std::string> CommandButton::printProperty(std::string_view prop,
-                                                        std::optional<int> arg) const {
-    if (prop == "Caption") return printableText(Caption);
-    return Control::printProperty(prop, arg);
 }
 
 Timer::Timer(Window& window, std::string name, int index)
@@ -173,20 +101,6 @@ void Timer::changed(bool wasRunning, int oldInterval) {
     if (running() != wasRunning || (running() && interval_ != oldInterval)) {
         window().toolkit().timers().restart(*this);
     }
-}
-
-std::optional<std::string> Timer::printProperty(std::string_view prop,
-                                                std::optional<int> arg) const {
-    if (prop == "Enabled") return printableBool(enabled_);
-    if (prop == "Interval") return std::to_string(interval_);
-    return Control::printProperty(prop, arg);
-}
-
-std::optional<std::string> MenuItem::printProperty(std::string_view prop,
-                                                   std::optional<int> arg) const {
-    if (prop == "Caption") return printableText(Caption);
-    if (prop == "Checked") return printableBool(Checked);
-    return Control::printProperty(prop, arg);
 }
 
 }  // namespace zd::ui

@@ -35,8 +35,6 @@ public:
     Control(const Control&) = delete;
     Control& operator=(const Control&) = delete;
 
-    virtual std::string_view kind() const = 0;
-
     Window& window() const { return window_; }
     const std::string& name() const { return name_; }
     int index() const { return index_; }  // -1 when not part of a control array
@@ -48,10 +46,6 @@ public:
 
     void Move(int left, int top);
     void Move(int left, int top, int width, int height);
-
-    // The value as the driver prints it, or nothing for an unknown property.
-    virtual std::optional<std::string> printProperty(std::string_view prop,
-                                                     std::optional<int> arg) const;
 
     Control* container = nullptr;
     int Left = 0, Top = 0, Width = 0, Height = 0;
@@ -74,9 +68,6 @@ private:
 class Label : public Control {
 public:
     using Control::Control;
-    std::string_view kind() const override { return "Label"; }
-    std::optional<std::string> printProperty(std::string_view prop,
-                                             std::optional<int> arg) const override;
 
     std::string Caption;
     Color ForeColor{0, 0, 0};
@@ -89,9 +80,6 @@ public:
 class Image : public Control {
 public:
     using Control::Control;
-    std::string_view kind() const override { return "Image"; }
-    std::optional<std::string> printProperty(std::string_view prop,
-                                             std::optional<int> arg) const override;
 
     Picture picture;
     bool Stretch = false;
@@ -101,9 +89,6 @@ public:
 class PictureBox : public Control {
 public:
     using Control::Control;
-    std::string_view kind() const override { return "PictureBox"; }
-    std::optional<std::string> printProperty(std::string_view prop,
-                                             std::optional<int> arg) const override;
 
     Picture picture;
     Color BackColor{255, 255, 255};
@@ -113,7 +98,6 @@ public:
 class Shape : public Control {
 public:
     using Control::Control;
-    std::string_view kind() const override { return "Shape"; }
     Color BorderColor{0, 0, 0};
     int BorderWidth = 1;
 };
@@ -121,7 +105,6 @@ public:
 class Line : public Control {
 public:
     using Control::Control;
-    std::string_view kind() const override { return "Line"; }
     int X1 = 0, Y1 = 0, X2 = 0, Y2 = 0;
     Color BorderColor{0, 0, 0};
     int BorderWidth = 1;
@@ -130,9 +113,6 @@ public:
 class ListBox : public Control {
 public:
     using Control::Control;
-    std::string_view kind() const override { return "ListBox"; }
-    std::optional<std::string> printProperty(std::string_view prop,
-                                             std::optional<int> arg) const override;
 
     void Clear() { items_.clear(); }
     // Sorted lists insert by character order, so "9" comes after "100".
@@ -151,9 +131,6 @@ private:
 class TextBox : public Control {
 public:
     using Control::Control;
-    std::string_view kind() const override { return "TextBox"; }
-    std::optional<std::string> printProperty(std::string_view prop,
-                                             std::optional<int> arg) const override;
 
     void SetFocus();
 
@@ -170,9 +147,6 @@ public:
 class CommandButton : public Control {
 public:
     using Control::Control;
-    std::string_view kind() const override { return "CommandButton"; }
-    std::optional<std::string> printProperty(std::string_view prop,
-                                             std::optional<int> arg) const override;
     // The letter after '&', upper case, or 0.
     char accessKey() const;
 
@@ -186,9 +160,6 @@ class Timer : public Control {
 public:
     Timer(Window& window, std::string name, int index);
     ~Timer() override;
-    std::string_view kind() const override { return "Timer"; }
-    std::optional<std::string> printProperty(std::string_view prop,
-                                             std::optional<int> arg) const override;
 
     bool running() const { return enabled_ && interval_ > 0; }
 
@@ -231,9 +202,6 @@ private:
 class MenuItem : public Control {
 public:
     using Control::Control;
-    std::string_view kind() const override { return "Menu"; }
-    std::optional<std::string> printProperty(std::string_view prop,
-                                             std::optional<int> arg) const override;
 
     std::string Caption;  // "-" is a separator
     bool Checked = false;
@@ -242,9 +210,6 @@ public:
     std::vector<MenuItem*> children;
 };
 
-// Writes text the way the driver prints it: CR LF as the four characters \r\n.
-std::string printableText(const std::string& text);
-std::string printableBool(bool value);
 // Characters of a UTF-8 text, the unit of SelStart and SelLength.
 int characterCount(const std::string& utf8);
 

@@ -53,16 +53,4 @@ void Window::frameWithTitle(int clientWidth, int clientHeight, bool withMenu) {
     Height = clientHeight + frame.top + frame.bottom;
 }
 
-std::optional<std::string> Window::printProperty(std::string_view prop) const {
-    if (prop == "Caption") return printableText(Caption);
-    if (prop == "Visible") return printableBool(visible_);
-    if (prop == "Left") return std::to_string(Left);
-    if (prop == "Top") return std::to_string(Top);
-    if (prop == "Width") return std::to_string(Width);
-    if (prop == "Height") return std::to_string(Height);
-    if (prop == "Enabled") return printableBool(true);
-    if (prop == "Picture") return picture ? picture->origin : "(none)";
-    return std::nullopt;
-}
-
 }  // namespace zd::ui

@@ -57,8 +57,6 @@ public:
     const std::vector<std::unique_ptr<Control>>& controls() const { return controls_; }
     Control* find(std::string_view name, std::optional<int> index) const;
 
-    virtual std::optional<std::string> printProperty(std::string_view prop) const;
-
     std::string Caption;
     int Left = 0, Top = 0, Width = 0, Height = 0;  // outer size, frame included
     Frame frame;
