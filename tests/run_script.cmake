@@ -2,6 +2,7 @@
 #   DRIVE   the zifferndach-drive program
 #   SCRIPT  the script; NAME.out beside it, if present, is the exact output
 #   WORK    a scratch folder, made empty first
+#   VERSION the program's version, written @VERSION@ in a script and its output
 # Lines at the top of a script may say:
 #   # drive: OPTIONS      options for the driver; @WORK@ stands for the scratch folder
 #   # file: PATH = TEXT   a file made under the scratch folder first (\r, \n, \xHH)
@@ -40,7 +41,10 @@ foreach(line IN LISTS header)
   endif()
 endforeach()
 
-execute_process(COMMAND "${DRIVE}" ${options} "${SCRIPT}"
+file(READ "${SCRIPT}" script_text)
+string(REPLACE "@VERSION@" "${VERSION}" script_text "${script_text}")
+file(WRITE "${WORK}/script.txt" "${script_text}")
+execute_process(COMMAND "${DRIVE}" ${options} "${WORK}/script.txt"
   OUTPUT_VARIABLE out ERROR_VARIABLE err RESULT_VARIABLE code)
 if(NOT code EQUAL expected_exit)
   message(FATAL_ERROR "exit ${code}, expected ${expected_exit}\n--- output\n${out}--- errors\n${err}")
@@ -48,6 +52,7 @@ endif()
 string(REGEX REPLACE "\\.txt$" ".out" expected_file "${SCRIPT}")
 if(EXISTS "${expected_file}")
   file(READ "${expected_file}" expected)
+  string(REPLACE "@VERSION@" "${VERSION}" expected "${expected}")
   if(NOT out STREQUAL expected)
     message(FATAL_ERROR "output differs\n--- expected\n${expected}--- actual\n${out}--- errors\n${err}")
   endif()
