@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "Spielerbot.h"
+#include "PlayerBot.h"
 
 int main(int argc, char** argv) {
     const long games = argc > 1 ? std::atol(argv[1]) : 5000;
@@ -14,7 +14,7 @@ int main(int argc, char** argv) {
     const auto start = std::chrono::steady_clock::now();
     long rounds = 0;
     {
-        zd::test::Spielerbot bot(root);
+        zd::test::PlayerBot bot(root);
         bot.newGame = [&bot, games] { return bot.games() < games; };
         bot.play(1L << 40);
         rounds = bot.rounds();

@@ -22,13 +22,13 @@
 #include <string>
 #include <thread>
 
-#include "Spielerbot.h"
+#include "PlayerBot.h"
 #include "best/modBeste.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-using zd::test::Spielerbot;
+using zd::test::PlayerBot;
 
 const std::string kDefault =
     "Niemand\r\nNiemand\r\nNiemand\r\nNiemand\r\nNiemand\r\n26\r\n24\r\n22\r\n20\r\n18\r\n";
@@ -88,7 +88,7 @@ std::string listOf(const std::string& name) {
     return name + "\r\nNiemand\r\nNiemand\r\nNiemand\r\nNiemand\r\n30\r\n24\r\n22\r\n20\r\n18\r\n";
 }
 
-void save(zd::Programm& p, const std::string& name) {
+void save(zd::Program& p, const std::string& name) {
     zd::ui::FrmBeste& f = p.frmBeste();
     f.lstName.setList(0, name);
     f.lstPunkte.setList(0, "30");
@@ -100,8 +100,8 @@ void save(zd::Programm& p, const std::string& name) {
 // The work that is killed: saving two lists by turns, or saving and
 // clearing by turns. Tells the parent through `ready` once it is running.
 [[noreturn]] void work(const fs::path& root, bool clearing, int ready) {
-    Spielerbot bot(root.string());
-    zd::Programm& p = bot.program();
+    PlayerBot bot(root.string());
+    zd::Program& p = bot.program();
     const char one = 1;
     if (write(ready, &one, 1) < 0) _exit(1);
     for (long n = 0;; ++n) {
@@ -148,7 +148,7 @@ void killTest(int kills) {
         if (!fs::exists(list)) {
             // Killed between deleting and writing: the next start must
             // show the default list.
-            Spielerbot next(root.string());
+            PlayerBot next(root.string());
             const bool defaults = next.program().frmBeste().lstPunkte.List(0) == "26" &&
                                   next.program().frmBeste().lstName.List(0) == "Niemand";
             state = defaults ? "missing, default list at the next start" : "missing, and LOST";

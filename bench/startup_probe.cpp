@@ -10,7 +10,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "game/Spiel.h"
+#include "game/Start.h"
 #include "ui/qt/Guard.h"
 #include "ui/qt/QtFrontEnd.h"
 #include "ui/qt/QtProgram.h"
@@ -68,7 +68,7 @@ int main(int argc, char* argv[]) {
     int result = 0;
     zd::qt::guarded([&] {
         zd::qt::QtProgram program;
-        zd::Programm& p = program.p;
+        zd::Program& p = program.p;
         zd::qt::QtFrontEnd frontEnd(p.tk, program.loop, zd::qt::QtProgram::artCache());
         p.tk.dispatch([&p] { zd::Main(p); });
         if (QWidget* field = frontEnd.widgetFor(p.frmSpielfeld())) field->installEventFilter(&probe);

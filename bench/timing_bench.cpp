@@ -14,7 +14,7 @@
 #include <cstdlib>
 #include <vector>
 
-#include "game/Spiel.h"
+#include "game/Start.h"
 #include "ui/qt/Guard.h"
 #include "ui/qt/QtFrontEnd.h"
 #include "ui/qt/QtProgram.h"
@@ -58,8 +58,8 @@ int main(int argc, char* argv[]) {
     QApplication::setQuitOnLastWindowClosed(false);
     zd::qt::guarded([&] {
         zd::qt::QtProgram program;
-        zd::Programm& p = program.p;
-        p.wuerfel.vorgabe = [] { return 3; };  // ties only: the game never ends
+        zd::Program& p = program.p;
+        p.wuerfel.fixed = [] { return 3; };  // ties only: the game never ends
         zd::qt::QtFrontEnd frontEnd(p.tk, program.loop);
         p.tk.dispatch([&p] { zd::Main(p); });
         zd::ui::FrmSpielfeld& f = p.frmSpielfeld();

@@ -9,22 +9,22 @@
 #include <string>
 #include <vector>
 
-#include "best/Zeichensatz.h"
-#include "game/program/Meldungen.h"
+#include "best/CodePage.h"
+#include "game/program/Messages.h"
 #include "system/Dateien.h"
 
 namespace zd {
 
 namespace {
 
-constexpr int kEintraege = 5;
-constexpr int kZeilen = 2 * kEintraege;
+constexpr int kEntries = 5;
+constexpr int kLines = 2 * kEntries;
 
 // The file's ten lines: five names, then their five points.
-using ListLines = std::array<std::string, kZeilen>;
+using ListLines = std::array<std::string, kLines>;
 
 // Failure numbers as the player sees them, after the classic file errors.
-int Fehlernummer(int error) {
+int failureNumber(int error) {
     switch (error) {
         case ENOENT: return 53;   // file not found
         case ENOTDIR: return 76;  // path not found
@@ -36,18 +36,18 @@ int Fehlernummer(int error) {
     }
 }
 
-constexpr int kEndeDerDatei = 62;  // input past end of file
+constexpr int kPastEndOfFile = 62;  // input past end of file
 
 // Two running copies of the game save one after the other, never at once.
-std::unique_ptr<sys::FileLock> lockList(Programm& p) {
+std::unique_ptr<sys::FileLock> lockList(Program& p) {
     int error = 0;
     return p.platform.lockFile(BesteDatei(p) + ".lock", error);
 }
 
-bool writeList(Programm& p, const ListLines& lines, int& error) {
+bool writeList(Program& p, const ListLines& lines, int& error) {
     std::string text;
     for (const std::string& line : lines) text += line + CRLF;
-    return p.platform.replaceFile(BesteDatei(p), AlsDateitext(text), error);
+    return p.platform.replaceFile(BesteDatei(p), toFileText(text), error);
 }
 
 // Reads the next line; a line ends at CR LF, CR or LF, and the last one
@@ -68,18 +68,18 @@ bool nextLine(const std::string& text, std::size_t& pos, std::string& line) {
 
 // The file's first ten lines, fewer when it ends early; nothing when it
 // cannot be read, with the failure number for the player in `nummer`.
-std::optional<std::vector<std::string>> readList(Programm& p, int& nummer) {
+std::optional<std::vector<std::string>> readList(Program& p, int& nummer) {
     int error = 0;
-    const auto bytes = p.platform.readLines(BesteDatei(p), kZeilen, error);
+    const auto bytes = p.platform.readLines(BesteDatei(p), kLines, error);
     if (!bytes) {
-        nummer = Fehlernummer(error);
+        nummer = failureNumber(error);
         return std::nullopt;
     }
-    const std::string text = AusDateitext(*bytes);
+    const std::string text = fromFileText(*bytes);
     std::vector<std::string> lines;
     std::size_t pos = 0;
     std::string line;
-    while (static_cast<int>(lines.size()) < kZeilen && nextLine(text, pos, line)) {
+    while (static_cast<int>(lines.size()) < kLines && nextLine(text, pos, line)) {
         lines.push_back(line);
     }
     return lines;
@@ -87,9 +87,9 @@ std::optional<std::vector<std::string>> readList(Programm& p, int& nummer) {
 
 ListLines inListBoxes(ui::FrmBeste& f) {
     ListLines lines;
-    for (int i = 0; i < f.lstName.ListCount() && i < kEintraege; ++i) {
+    for (int i = 0; i < f.lstName.ListCount() && i < kEntries; ++i) {
         lines[static_cast<std::size_t>(i)] = f.lstName.List(i);
-        lines[static_cast<std::size_t>(i + kEintraege)] = f.lstPunkte.List(i);
+        lines[static_cast<std::size_t>(i + kEntries)] = f.lstPunkte.List(i);
     }
     return lines;
 }
@@ -97,9 +97,9 @@ ListLines inListBoxes(ui::FrmBeste& f) {
 void showInListBoxes(ui::FrmBeste& f, const ListLines& lines) {
     f.lstName.Clear();
     f.lstPunkte.Clear();
-    for (int i = 0; i < kEintraege; ++i) {
+    for (int i = 0; i < kEntries; ++i) {
         f.lstName.AddItem(lines[static_cast<std::size_t>(i)]);
-        f.lstPunkte.AddItem(lines[static_cast<std::size_t>(i + kEintraege)]);
+        f.lstPunkte.AddItem(lines[static_cast<std::size_t>(i + kEntries)]);
     }
 }
 
@@ -107,47 +107,47 @@ void showInListBoxes(ui::FrmBeste& f, const ListLines& lines) {
 // the last entry dropped; nothing when it beats none.
 std::optional<ListLines> withEntry(const ListLines& list, const std::string& name,
                                    const std::string& punkte) {
-    for (int platz = 0; platz < kEintraege; ++platz) {
-        if (Punktzahl(punkte) <= Punktzahl(list[static_cast<std::size_t>(platz + kEintraege)])) {
+    for (int platz = 0; platz < kEntries; ++platz) {
+        if (pointsOf(punkte) <= pointsOf(list[static_cast<std::size_t>(platz + kEntries)])) {
             continue;
         }
         ListLines merged = list;
-        for (int i = kEintraege - 1; i > platz; --i) {
+        for (int i = kEntries - 1; i > platz; --i) {
             merged[static_cast<std::size_t>(i)] = list[static_cast<std::size_t>(i - 1)];
-            merged[static_cast<std::size_t>(i + kEintraege)] =
-                list[static_cast<std::size_t>(i - 1 + kEintraege)];
+            merged[static_cast<std::size_t>(i + kEntries)] =
+                list[static_cast<std::size_t>(i - 1 + kEntries)];
         }
         merged[static_cast<std::size_t>(platz)] = name;
-        merged[static_cast<std::size_t>(platz + kEintraege)] = punkte;
+        merged[static_cast<std::size_t>(platz + kEntries)] = punkte;
         return merged;
     }
     return std::nullopt;
 }
 
-void MeldeLesefehler(Programm& p, int nummer) {
-    ZeigeMsgOk(p, 3,
+void tellReadFailure(Program& p, int nummer) {
+    showMessage(p, 3,
                std::string(CRLF) + "Die Daten für »Beste Spieler«" + CRLF +
                    "konnten nicht gelesen werden!",
-               std::string(CRLF) + "Fehlernummer: " + std::to_string(nummer), Mittig());
+               std::string(CRLF) + "Fehlernummer: " + std::to_string(nummer), centred());
 }
 
-void MeldeSpeicherfehler(Programm& p) {
-    ZeigeMsgOk(p, 2,
+void tellSaveFailure(Program& p) {
+    showMessage(p, 2,
                std::string(CRLF) + "Die Werte für »Beste Spieler«" + CRLF +
                    "konnten nicht gespeichert werden.",
-               std::string(CRLF) + CRLF + "Fehler beim Speichern", Mittig());
+               std::string(CRLF) + CRLF + "Fehler beim Speichern", centred());
 }
 
-void MeldeKeinPlatz(Programm& p) {
-    ZeigeMsgOk(p, 4,
+void tellNoPlace(Program& p) {
+    showMessage(p, 4,
                std::string("Ein Eintrag in die Liste der »Besten Spieler«") + CRLF +
                    "ist leider nicht möglich!",
-               std::string(CRLF) + "Mehr Erfolg beim nächsten Spiel.", Mittig());
+               std::string(CRLF) + "Mehr Erfolg beim nächsten Spiel.", centred());
 }
 
 }  // namespace
 
-std::int32_t Punktzahl(const std::string& text) {
+std::int32_t pointsOf(const std::string& text) {
     const std::size_t anfang = text.find_first_not_of(' ');
     if (anfang == std::string::npos) return 0;
     const std::size_t ende = text.find_last_not_of(' ');
@@ -161,16 +161,16 @@ std::int32_t Punktzahl(const std::string& text) {
     return static_cast<std::int32_t>(wert);
 }
 
-std::string BesteDatei(Programm& p) {
+std::string BesteDatei(Program& p) {
     const std::string ordner = p.g.FestplatteGefunden ? p.g.DatenPfad : p.tk.App.Path;
     return sys::PfadMitTrenner(ordner) + "zifdach.txt";
 }
 
-void SchreibeBesteStandard(Programm& p) {
+void SchreibeBesteStandard(Program& p) {
     ListLines lines;
-    for (int i = 0; i < kEintraege; ++i) {
+    for (int i = 0; i < kEntries; ++i) {
         lines[static_cast<std::size_t>(i)] = "Niemand";
-        lines[static_cast<std::size_t>(i + kEintraege)] = std::to_string(26 - 2 * i);
+        lines[static_cast<std::size_t>(i + kEntries)] = std::to_string(26 - 2 * i);
     }
     // A failure here is reported by the reading that follows.
     const auto lock = lockList(p);
@@ -178,7 +178,7 @@ void SchreibeBesteStandard(Programm& p) {
     if (lock) writeList(p, lines, error);
 }
 
-void LeseBeste(Programm& p) {
+void LeseBeste(Program& p) {
     ui::FrmBeste& f = p.frmBeste();
     f.lstName.Clear();
     f.lstPunkte.Clear();
@@ -186,21 +186,21 @@ void LeseBeste(Programm& p) {
     int nummer = 0;
     const auto lines = readList(p, nummer);
     if (!lines) {
-        MeldeLesefehler(p, nummer);
+        tellReadFailure(p, nummer);
         return;
     }
     for (std::size_t i = 0; i < lines->size(); ++i) {
-        (i < kEintraege ? f.lstName : f.lstPunkte).AddItem((*lines)[i]);
+        (i < kEntries ? f.lstName : f.lstPunkte).AddItem((*lines)[i]);
     }
-    if (lines->size() < kZeilen) {
-        MeldeLesefehler(p, kEndeDerDatei);
+    if (lines->size() < kLines) {
+        tellReadFailure(p, kPastEndOfFile);
         return;
     }
     p.bestListSeen.emplace();
     std::copy(lines->begin(), lines->end(), p.bestListSeen->begin());
 }
 
-void SpeichereBeste(Programm& p) {
+void SpeichereBeste(Program& p) {
     ui::FrmBeste& f = p.frmBeste();
     ListLines list = inListBoxes(f);
     enum class Outcome { Saved, Failed, NoPlace } outcome = Outcome::Failed;
@@ -211,13 +211,13 @@ void SpeichereBeste(Programm& p) {
         int nummer = 0;
         const auto onDisk = readList(p, nummer);
         const int platz = p.g.EintragPlatz;
-        if (onDisk && onDisk->size() == kZeilen && p.g.NeuerEintrag && platz >= 0 &&
-            platz < kEintraege) {
+        if (onDisk && onDisk->size() == kLines && p.g.NeuerEintrag && platz >= 0 &&
+            platz < kEntries) {
             ListLines current;
             std::copy(onDisk->begin(), onDisk->end(), current.begin());
             if (current != p.bestListSeen) {
                 const auto merged = withEntry(current, list[static_cast<std::size_t>(platz)],
-                                              list[static_cast<std::size_t>(platz + kEintraege)]);
+                                              list[static_cast<std::size_t>(platz + kEntries)]);
                 outcome = merged ? Outcome::Saved : Outcome::NoPlace;
                 list = merged ? *merged : current;
             }
@@ -229,33 +229,33 @@ void SpeichereBeste(Programm& p) {
     }
     // The lock is given back before the player is spoken to.
     if (outcome == Outcome::Failed) {
-        MeldeSpeicherfehler(p);
+        tellSaveFailure(p);
         return;
     }
     showInListBoxes(f, list);
     p.bestListSeen = list;
-    if (outcome == Outcome::NoPlace) MeldeKeinPlatz(p);
+    if (outcome == Outcome::NoPlace) tellNoPlace(p);
 }
 
-void PruefeBestmarke(Programm& p) {
-    Gemeinsam& g = p.g;
+void PruefeBestmarke(Program& p) {
+    SharedVariables& g = p.g;
     g.NeuerEintrag = false;
     g.EintragPlatz = -1;
     ui::FrmBeste& f = p.frmBeste();
-    for (int i = 0; i < kEintraege; ++i) {
+    for (int i = 0; i < kEntries; ++i) {
         // Equal points do not pass an entry.
-        if (g.SpielerPunkte > Punktzahl(f.lstPunkte.List(i))) {
+        if (g.SpielerPunkte > pointsOf(f.lstPunkte.List(i))) {
             g.EintragPlatz = static_cast<std::int16_t>(i);
             break;
         }
     }
     if (g.EintragPlatz == -1) {
-        MeldeKeinPlatz(p);
+        tellNoPlace(p);
         p.frmSpielfeld().ExternesEnde();
-    } else if (FrageMsgJa(p, 5,
+    } else if (askYesNo(p, 5,
                           std::string("Sehr gut!!") + CRLF + "Du hast eine neue Bestmarke erreicht.",
                           "Möchtest Du dich in die Liste der »Besten Spieler« eintragen?",
-                          Mittig())) {
+                          centred())) {
         g.NeuerEintrag = true;
     } else {
         p.frmSpielfeld().ExternesEnde();
@@ -263,17 +263,17 @@ void PruefeBestmarke(Programm& p) {
     if (g.NeuerEintrag) TrageBesteEin(p, g.EintragPlatz);
 }
 
-void TrageBesteEin(Programm& p, std::int16_t& platz) {
+void TrageBesteEin(Program& p, std::int16_t& platz) {
     ui::FrmBeste& f = p.frmBeste();
-    std::array<std::string, kEintraege> punkte;
-    std::array<std::string, kEintraege> namen;
-    for (int i = 0; i < kEintraege; ++i) {
+    std::array<std::string, kEntries> punkte;
+    std::array<std::string, kEntries> namen;
+    for (int i = 0; i < kEntries; ++i) {
         punkte[static_cast<std::size_t>(i)] = f.lstPunkte.List(i);
         namen[static_cast<std::size_t>(i)] = f.lstName.List(i);
     }
     f.lstName.Clear();
     f.lstPunkte.Clear();
-    for (int i = 0; i < kEintraege; ++i) {
+    for (int i = 0; i < kEntries; ++i) {
         if (i < platz) {
             f.lstPunkte.AddItem(punkte[static_cast<std::size_t>(i)]);
             f.lstName.AddItem(namen[static_cast<std::size_t>(i)]);

@@ -3,25 +3,25 @@
 #include <cstdint>
 #include <string>
 
-#include "game/program/Programm.h"
+#include "game/program/Program.h"
 
 namespace zd {
 
 // The list of the five best players: the file, the offer of a place, and
 // the window that shows the list and takes the name.
 
-std::string BesteDatei(Programm& p);
-void SchreibeBesteStandard(Programm& p);
-void LeseBeste(Programm& p);
-void SpeichereBeste(Programm& p);
+std::string BesteDatei(Program& p);
+void SchreibeBesteStandard(Program& p);
+void LeseBeste(Program& p);
+void SpeichereBeste(Program& p);
 
-void PruefeBestmarke(Programm& p);
-void TrageBesteEin(Programm& p, std::int16_t& platz);
+void PruefeBestmarke(Program& p);
+void TrageBesteEin(Program& p, std::int16_t& platz);
 
-void bindeBeste(Programm& p, ui::FrmBeste& f);
+void bindFrmBeste(Program& p, ui::FrmBeste& f);
 
 // Points as written in the list: a whole number of 0 or more, blanks round
 // it allowed. Anything else, a missing row included, counts as 0.
-std::int32_t Punktzahl(const std::string& text);
+std::int32_t pointsOf(const std::string& text);
 
 }  // namespace zd

@@ -2,7 +2,7 @@
 #
 # A layer of the program: a static library made of the sources in the
 # calling folder, linked with the layers below it. Its headers are published
-# by the paths they are included by ("game/Routinen.h") under a folder of its
+# by the paths they are included by ("game/Routines.h") under a folder of its
 # own in the build tree, and only that folder is on its users' include path;
 # the source tree is on none. So a layer sees exactly the headers of the
 # layers it links, and an include across layers that the links do not allow

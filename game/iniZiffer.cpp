@@ -1,7 +1,7 @@
 // The program's entry, and the two subs that prepare the board.
 #include "best/modBeste.h"
-#include "game/Routinen.h"
-#include "game/Spiel.h"
+#include "game/Routines.h"
+#include "game/Start.h"
 #include "system/Dateien.h"
 #include "system/Sound.h"
 
@@ -9,29 +9,29 @@ namespace zd {
 
 namespace {
 
-void LegeDatenOrdnerAn(Programm& p, const std::string& ordner) {
+void LegeDatenOrdnerAn(Program& p, const std::string& ordner) {
     if (p.platform.createFolder(ordner)) return;
-    ZeigeMsgOk(p, 3,
+    showMessage(p, 3,
                std::string(CRLF) + "Das Anlegen des Ordners für die Daten ist fehlgeschlagen!",
                std::string(CRLF) + "Die Daten für die Stastitik" + CRLF +
                    "können nicht gespeichert werden!",
-               Mittig());
+               centred());
 }
 
 }  // namespace
 
-void richteEin(Programm& p) {
-    p.ereignisse.spielfeld = [&p](ui::FrmSpielfeld& f) {
-        bindeSpielfeld(p, f);
-        bindeMenue(p, f);
+void bindEventRoutines(Program& p) {
+    p.routines.spielfeld = [&p](ui::FrmSpielfeld& f) {
+        bindFrmSpielfeld(p, f);
+        bindMenus(p, f);
     };
-    p.ereignisse.hintergrund = [&p](ui::FrmHintergrund& f) { bindeHintergrund(p, f); };
-    p.ereignisse.beste = [&p](ui::FrmBeste& f) { bindeBeste(p, f); };
-    bindeMeldungen(p);
+    p.routines.hintergrund = [&p](ui::FrmHintergrund& f) { bindFrmHintergrund(p, f); };
+    p.routines.beste = [&p](ui::FrmBeste& f) { bindFrmBeste(p, f); };
+    bindMessageWindows(p);
 }
 
-void Main(Programm& p) {
-    Gemeinsam& g = p.g;
+void Main(Program& p) {
+    SharedVariables& g = p.g;
     g.FestplatteGefunden = false;
     g.SoundAn = true;
     const std::string laufwerk = p.platform.systemDriveRoot();
@@ -43,23 +43,23 @@ void Main(Programm& p) {
         }
     } else {
         // Centring on the playing field loads it, though it is not seen yet.
-        ZeigeMsgOk(p, 3,
+        showMessage(p, 3,
                    std::string(CRLF) + "Die Festplatte auf Ihrem System wurde nicht erkannt!",
                    std::string(CRLF) + "Ein Speichern von Daten ist leider nicht möglich",
-                   Mittig());
+                   centred());
     }
     p.frmSpielfeld();
     p.frmDigital();
     if (!sys::ExistiertDatei(p.platform, BesteDatei(p))) SchreibeBesteStandard(p);
     LeseBeste(p);
-    g.Bestmarke = Punktzahl(p.frmBeste().lstPunkte.List(4));
+    g.Bestmarke = pointsOf(p.frmBeste().lstPunkte.List(4));
     LeereSpielfeld(p);
     SetzeSpielwerte(p);
     p.tk.show(p.frmHintergrund());
     p.tk.show(p.frmSpielfeld());
 }
 
-void LeereSpielfeld(Programm& p) {
+void LeereSpielfeld(Program& p) {
     ui::FrmSpielfeld& f = p.frmSpielfeld();
     ui::FrmBilder& b = p.frmBilder();
     p.g.WurfNummer = 0;
@@ -76,9 +76,9 @@ void LeereSpielfeld(Programm& p) {
     }
 }
 
-void SetzeSpielwerte(Programm& p) {
+void SetzeSpielwerte(Program& p) {
     ui::FrmSpielfeld& f = p.frmSpielfeld();
-    Gemeinsam& g = p.g;
+    SharedVariables& g = p.g;
     g.SpielerName = {"Spieler", "Andrea", "Thomas", "Victoria"};
     f.lstSummen.Clear();
     for (int i = 0; i <= 3; ++i) {

@@ -2,18 +2,15 @@
 #include <string>
 
 #include "best/modBeste.h"
-#include "game/Routinen.h"
+#include "game/Routines.h"
 
 namespace zd {
 
 namespace {
 
-// The list box holds three-digit numbers, where text order is number order.
-std::int32_t AlsZahl(const std::string& text) { return Punktzahl(text); }
-
 // The end of a round's test for credits run out, which may end the game.
-void PruefeSpielende(Programm& p) {
-    const Gemeinsam& g = p.g;
+void checkGameEnd(Program& p) {
+    const SharedVariables& g = p.g;
     if (g.SpielerPunkte <= 0) SpielendeMelden(p);
     // Read after the step above, which may have started a new game.
     bool computerAus = false;
@@ -25,17 +22,19 @@ void PruefeSpielende(Programm& p) {
 
 }  // namespace
 
-void RundeAuswerten(Programm& p) {
+void RundeAuswerten(Program& p) {
     ui::FrmSpielfeld& f = p.frmSpielfeld();
-    Gemeinsam& g = p.g;
+    SharedVariables& g = p.g;
     int gewinner = 0;
     f.lstErgebnis.Clear();
     for (int i = 0; i <= 3; ++i) f.lstErgebnis.AddItem(f.lblErgebnis[i].Caption);
-    const std::int32_t hoechste = AlsZahl(f.lstErgebnis.List(3));
-    const std::int32_t zweite = AlsZahl(f.lstErgebnis.List(2));
+    // The sorted list box holds three-digit numbers, whose text order is
+    // their number order.
+    const std::int32_t hoechste = pointsOf(f.lstErgebnis.List(3));
+    const std::int32_t zweite = pointsOf(f.lstErgebnis.List(2));
     if (hoechste != zweite) {
         for (int i = 0; i <= 3; ++i) {
-            if (AlsZahl(f.lblErgebnis[i].Caption) == hoechste) gewinner = i;
+            if (pointsOf(f.lblErgebnis[i].Caption) == hoechste) gewinner = i;
         }
         f.lblGewonnen.Caption =
             g.SpielerName[gewinner] + " hat mit " + std::to_string(hoechste) + " gewonnen!";
@@ -58,14 +57,14 @@ void RundeAuswerten(Programm& p) {
         p.spielendeWartet = true;
         p.tk.whenIdle([&p] {
             p.spielendeWartet = false;
-            PruefeSpielende(p);
+            checkGameEnd(p);
         });
         return;
     }
-    PruefeSpielende(p);
+    checkGameEnd(p);
 }
 
-void ZeigeGuthaben(Programm& p) {
+void ZeigeGuthaben(Program& p) {
     ui::FrmSpielfeld& f = p.frmSpielfeld();
     ui::FrmDigital& d = p.frmDigital();
     for (int i = 0; i <= 7; ++i) f.imgDiggi[i].picture = d.imgDiggi[10].picture;
@@ -82,10 +81,10 @@ void ZeigeGuthaben(Programm& p) {
     }
 }
 
-void NaechsteRunde(Programm& p) {
+void NaechsteRunde(Program& p) {
     ui::FrmSpielfeld& f = p.frmSpielfeld();
     ui::FrmBilder& b = p.frmBilder();
-    Gemeinsam& g = p.g;
+    SharedVariables& g = p.g;
     f.imgWurf[0].picture = b.imgWurf[0].picture;
     for (int i = 1; i <= 3; ++i) {
         g.Belegt[i] = false;
@@ -110,11 +109,11 @@ void NaechsteRunde(Programm& p) {
         g.AktiverComputer = static_cast<std::int16_t>(beginner);
     }
     f.lblGewonnen.Caption = g.SpielerName[beginner] + " beginnt die neue Spielrunde";
-    if (beginner != 0) StarteComputerDrehen(f);
+    if (beginner != 0) startComputerSpin(f);
 }
 
-void SpielendeMelden(Programm& p) {
-    Gemeinsam& g = p.g;
+void SpielendeMelden(Program& p) {
+    SharedVariables& g = p.g;
     const bool spielerAus = g.SpielerPunkte <= 0;
     std::string meldung = std::string(CRLF) + "Das Spiel ist beendet" + CRLF;
     if (spielerAus) {
@@ -127,7 +126,7 @@ void SpielendeMelden(Programm& p) {
         }
         meldung += g.SpielerName[aus] + " hast kein Guthaben mehr!";
     }
-    ZeigeMsgOk(p, 3, meldung, std::string(CRLF) + "Spielende.", Mittig());
+    showMessage(p, 3, meldung, std::string(CRLF) + "Spielende.", centred());
     if (spielerAus) {
         p.frmSpielfeld().ExternesEnde();
     } else {

@@ -4,14 +4,14 @@
 
 namespace zd::sys {
 
-int SoundNummer(std::string_view dateiname) {
+int soundNumber(std::string_view dateiname) {
     for (std::size_t i = 0; i < kSoundDateien.size(); ++i) {
         if (kSoundDateien[i] == dateiname) return static_cast<int>(i) + 1;
     }
     return 0;
 }
 
-std::string SoundPfad(Platform& platform, const std::string& datei) {
+std::string soundPath(Platform& platform, const std::string& datei) {
     return PfadMitTrenner(platform.programFolder()) + datei;
 }
 
@@ -24,7 +24,7 @@ void SpieleSound(Platform& platform, int nummer, bool soundAn) {
     }
     // The path is worked out even with sound off; a number without a file
     // gives the bare folder, which is no wave file.
-    const std::string pfad = SoundPfad(platform, name);
+    const std::string pfad = soundPath(platform, name);
     if (name.empty()) return;
     if (ExistiertDatei(platform, pfad) && SoundOnBoard(platform) && soundAn) {
         platform.playWave(pfad);

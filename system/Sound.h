@@ -14,9 +14,9 @@ inline constexpr std::array<std::string_view, 5> kSoundDateien = {
     "START.WAV", "FRAGE.WAV", "FEHLER.WAV", "WHOOSH.WAV", "TADA.WAV"};
 
 // The number of a sound file name, or 0.
-int SoundNummer(std::string_view dateiname);
+int soundNumber(std::string_view dateiname);
 
-std::string SoundPfad(Platform& platform, const std::string& datei);
+std::string soundPath(Platform& platform, const std::string& datei);
 
 // True exactly when wave sound can be played now: asked anew at every call,
 // so that a headset plugged in later is heard.

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "Spielerbot.h"
+#include "PlayerBot.h"
 
 namespace zd::test {
 namespace {
@@ -35,8 +35,8 @@ TEST(DamagedList, TheGameStartsAndPlaysWhateverTheFileHolds) {
         std::filesystem::create_directories(root / "wuerfelhof");
         std::ofstream(root / "wuerfelhof" / "zifdach.txt", std::ios::binary) << content;
 
-        Spielerbot bot(root.string());
-        Programm& p = bot.program();
+        PlayerBot bot(root.string());
+        Program& p = bot.program();
         EXPECT_TRUE(p.frmSpielfeld().visible());
         EXPECT_GE(p.g.Bestmarke, 0);
         EXPECT_LE(p.frmBeste().lstPunkte.ListCount(), 5);

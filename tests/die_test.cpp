@@ -4,14 +4,14 @@
 #include <array>
 #include <cmath>
 
-#include "game/program/Wuerfel.h"
+#include "game/program/Die.h"
 
 namespace zd {
 namespace {
 
 int throwWith(float r) {
-    Wuerfel w;
-    w.ziehung = [r] { return r; };
+    Die w;
+    w.drawing = [r] { return r; };
     return ZufallsWurf(w);
 }
 
@@ -23,7 +23,7 @@ TEST(Die, DrawsAtTheEdgesStayWithinOneToSix) {
 }
 
 TEST(Die, TheRealDrawIsUniformAndNeverRepeatsItselfWithinAClockTick) {
-    Wuerfel w;
+    Die w;
     std::array<int, 7> counts{};
     constexpr int kThrows = 60000;
     for (int i = 0; i < kThrows; ++i) {

@@ -6,7 +6,7 @@
 #include <sstream>
 #include <string>
 
-#include "Spielerbot.h"
+#include "PlayerBot.h"
 #include "ui/drive/Driver.h"
 
 namespace zd::test {

@@ -11,7 +11,7 @@
 #include <iterator>
 
 #include "RecordingCalls.h"
-#include "best/Zeichensatz.h"
+#include "best/CodePage.h"
 #include "system/Dateien.h"
 #include "ui/drive/HeadlessPlatform.h"
 
@@ -123,11 +123,11 @@ TEST_F(Files, TheLockShutsOutEveryOtherHolderUntilItGoes) {
 TEST(CodePage, NamesReadBackAsSavedWhateverTheyHold) {
     for (const std::string name :
          {"Niemand", "Jürgen Größe", "€uro „Zitat“", "Ã¼ber", "日本語", "Ωmega ü", ""}) {
-        EXPECT_EQ(AusDateitext(AlsDateitext(name)), name) << name;
+        EXPECT_EQ(fromFileText(toFileText(name)), name) << name;
     }
     // Western names are written in the old single-byte code page.
-    EXPECT_EQ(AlsDateitext("Jürgen"), "J\xFCrgen");
-    EXPECT_EQ(AusDateitext("J\xFCrgen \x80"), "Jürgen €");
+    EXPECT_EQ(toFileText("Jürgen"), "J\xFCrgen");
+    EXPECT_EQ(fromFileText("J\xFCrgen \x80"), "Jürgen €");
 }
 
 }  // namespace

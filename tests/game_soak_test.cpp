@@ -8,7 +8,7 @@
 #include <iterator>
 #include <string>
 
-#include "Spielerbot.h"
+#include "PlayerBot.h"
 
 namespace zd::test {
 namespace {
@@ -33,12 +33,12 @@ TEST(GameSoak, TwoThousandGamesKeepTheirPromises) {
     const std::filesystem::path root = freshFolder("zd-game-soak");
     const auto list = root / "wuerfelhof" / "zifdach.txt";
     constexpr long kGames = 2000;
-    Spielerbot bot(root.string());
-    Programm& p = bot.program();
+    PlayerBot bot(root.string());
+    Program& p = bot.program();
     bot.newGame = [&] { return bot.games() < kGames; };
     long memoryAfterWarmUp = 0;
     bot.roundEnded = [&] {
-        const Gemeinsam& g = p.g;
+        const SharedVariables& g = p.g;
         int sum = 0;
         int beginners = 0;
         bool someoneOut = false;

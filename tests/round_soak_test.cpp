@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "Spielerbot.h"
+#include "PlayerBot.h"
 #include "best/modBeste.h"
 
 namespace zd::test {
@@ -11,11 +11,11 @@ namespace {
 
 TEST(RoundSoak, TenThousandRoundsKeepTheirPromises) {
     const std::string root = freshFolder("zd-round-soak");
-    Spielerbot bot(root);
-    Programm& p = bot.program();
+    PlayerBot bot(root);
+    Program& p = bot.program();
     long failures = 0;
     bot.roundEnded = [&] {
-        const Gemeinsam& g = p.g;
+        const SharedVariables& g = p.g;
         int sum = 0;
         int beginners = 0;
         for (int i = 0; i < 4; ++i) {
@@ -29,7 +29,7 @@ TEST(RoundSoak, TenThousandRoundsKeepTheirPromises) {
             EXPECT_GE(number / 10 % 10, 1);
             EXPECT_GE(number / 100, 1);
             EXPECT_LE(number, 666);
-            EXPECT_EQ(Punktzahl(p.frmSpielfeld().lblErgebnis[i].Caption), number);
+            EXPECT_EQ(pointsOf(p.frmSpielfeld().lblErgebnis[i].Caption), number);
         }
         EXPECT_EQ(sum, 48);
         EXPECT_EQ(beginners, 1);

@@ -10,7 +10,7 @@
 #include <string>
 
 #include "RecordingCalls.h"
-#include "Spielerbot.h"
+#include "PlayerBot.h"
 
 namespace zd::test {
 namespace {
@@ -23,8 +23,8 @@ const char* const kSaveFailed = "konnten nicht gespeichert werden.";
 // and saves it; returns the messages the player was shown.
 std::vector<std::string> saveAfter(const std::function<void(const fs::path&)>& fault,
                                    const fs::path& root, sys::FileCalls* calls = nullptr) {
-    Spielerbot bot(root.string(), calls);
-    Programm& p = bot.program();
+    PlayerBot bot(root.string(), calls);
+    Program& p = bot.program();
     fault(root / "wuerfelhof");
     ui::FrmSpielfeld& f = p.frmSpielfeld();
     p.tk.click(f.imgNeu);

@@ -35,7 +35,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     options.driveRoot = driveRoot().string();
     options.soundDevice = false;
     zd::drive::Harness harness(options, events);
-    zd::Programm& p = harness.program();
+    zd::Program& p = harness.program();
     harness.answer = [&p] { return p.tk.click(p.frmMsgOk().lblOk); };
     harness.start();
     if (!p.frmSpielfeld().visible() || p.frmBeste().lstPunkte.ListCount() > 5 || p.g.Bestmarke < 0) {

@@ -23,8 +23,8 @@
 #include <string>
 #include <vector>
 
-#include "game/program/Programm.h"
-#include "game/Spiel.h"
+#include "game/program/Program.h"
+#include "game/Start.h"
 #include "ui/qt/ArtCache.h"
 #include "ui/qt/QtFrontEnd.h"
 #include "ui/qt/QtLoop.h"
@@ -42,7 +42,7 @@ using zd::qt::WindowWidget;
 struct Program {
     zd::qt::QtLoop loop;
     zd::qt::QtPlatform platform;
-    zd::Programm p{loop, platform, 1280 * 15, 1024 * 15};
+    zd::Program p{loop, platform, 1280 * 15, 1024 * 15};
     zd::qt::QtFrontEnd frontEnd{p.tk, loop};
 
     Program() { loop.attach(p.tk); }
@@ -160,7 +160,7 @@ TEST(QtArt, RenderingsKeptOnDiskComeBackAlikeAndGoWhenTheSheetChanges) {
 
 TEST(QtWindows, EveryWindowPaintsAtSingleAndDoubleDensity) {
     Program program;
-    zd::Programm& p = program.p;
+    zd::Program& p = program.p;
     std::vector<zd::ui::Window*> windows = {&p.frmHintergrund(), &p.frmSpielfeld(),
                                             &p.frmBeste(), &p.frmMsgOk(), &p.frmMsgJa()};
     for (zd::ui::Window* w : windows) {
@@ -386,14 +386,14 @@ struct Game {
     QTemporaryDir data;
     ManualLoop loop;
     zd::qt::QtPlatform platform;
-    zd::Programm p{loop, platform, 1280 * 15, 1024 * 15};
+    zd::Program p{loop, platform, 1280 * 15, 1024 * 15};
     zd::qt::QtFrontEnd frontEnd{p.tk, loop};
 
     Game() {
         qputenv("XDG_DATA_HOME", data.path().toUtf8());
         loop.attach(p.tk);
-        p.wuerfel.vorgabe = [] { return 6; };
-        zd::richteEin(p);
+        p.wuerfel.fixed = [] { return 6; };
+        zd::bindEventRoutines(p);
         p.tk.dispatch([this] { zd::Main(p); });
     }
     // A press and release at the middle of where the control is drawn.
@@ -408,7 +408,7 @@ struct Game {
 
 TEST(QtGame, ARoundAndTheNextLevelPlayedWithTheMouse) {
     Game game;
-    zd::Programm& p = game.p;
+    zd::Program& p = game.p;
     zd::ui::FrmSpielfeld& f = p.frmSpielfeld();
     ASSERT_TRUE(f.visible());
 
@@ -444,7 +444,7 @@ TEST(QtGame, ARoundAndTheNextLevelPlayedWithTheMouse) {
 
 TEST(QtGame, HilfeAndInfoLookPressedUnderAnyButtonButOnlyTheLeftOneClicks) {
     Game game;
-    zd::Programm& p = game.p;
+    zd::Program& p = game.p;
     zd::ui::FrmSpielfeld& f = p.frmSpielfeld();
     zd::ui::FrmBilder& b = p.frmBilder();
     WindowWidget* widget = game.frontEnd.widgetFor(f);
@@ -513,7 +513,7 @@ TEST(QtCursor, TheHandPointsWithItsFingertipAtEveryDensity) {
 
 TEST(QtGame, AClickOnTheBackgroundLeavesTheFieldInFront) {
     Game game;
-    zd::Programm& p = game.p;
+    zd::Program& p = game.p;
     zd::ui::FrmSpielfeld& f = p.frmSpielfeld();
     game.click(f.imgNeu);
     ASSERT_TRUE(zd::ui::sameObject(f.imgDiggi[0].picture, p.frmDigital().imgDiggi[2].picture));
@@ -526,7 +526,7 @@ TEST(QtGame, AClickOnTheBackgroundLeavesTheFieldInFront) {
 
 TEST(QtGame, SoundWithNoDeviceOrNoFileNeitherBlocksNorFails) {
     Game game;
-    zd::Programm& p = game.p;
+    zd::Program& p = game.p;
     // Whatever the machine has, asking for a sound returns at once and the
     // message still comes; with no device there is simply nothing to hear.
     QTimer::singleShot(0, [&] { game.click(p.frmMsgJa().lblNein); });
@@ -539,7 +539,7 @@ TEST(QtGame, SoundWithNoDeviceOrNoFileNeitherBlocksNorFails) {
 
 TEST(QtLoop, AModalShowWaitsWhileTimersRunAndEndsWhenItsWindowGoes) {
     Program program;
-    zd::Programm& p = program.p;
+    zd::Program& p = program.p;
     zd::ui::FrmSpielfeld& f = p.frmSpielfeld();
     zd::ui::FrmMsgOk& msg = p.frmMsgOk();
     program.show(f);

@@ -31,8 +31,8 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
-#include "game/program/Programm.h"
-#include "game/Spiel.h"
+#include "game/program/Program.h"
+#include "game/Start.h"
 #include "ui/model/Toolkit.h"
 #include "ui/qt/Guard.h"
 #include "ui/qt/QtFrontEnd.h"
@@ -71,16 +71,16 @@ void quietMessages(QtMsgType type, const QMessageLogContext& context, const QStr
 }
 
 // The places of the human player's row, as the round buttons number them.
-enum Stelle { Einer = 1, Zehner = 2, Hunderter = 3 };
+enum Place { Ones = 1, Tens = 2, Hundreds = 3 };
 
 class Shooter {
 public:
-    Shooter(zd::Programm& p, zd::qt::QtFrontEnd& frontEnd, QString imageDir, QString screenshotDir)
+    Shooter(zd::Program& p, zd::qt::QtFrontEnd& frontEnd, QString imageDir, QString screenshotDir)
         : p_(p),
           frontEnd_(frontEnd),
           imageDir_(std::move(imageDir)),
           screenshotDir_(std::move(screenshotDir)) {
-        p_.wuerfel.vorgabe = [this] {
+        p_.wuerfel.fixed = [this] {
             if (dice_.empty()) fail(QStringLiteral("the game asked for more dice than planned"));
             const int die = dice_.front();
             dice_.pop_front();
@@ -274,7 +274,7 @@ private:
                 "the round buttons");
     }
 
-    void choose(Stelle stelle) {
+    void choose(Place stelle) {
         click(feld().imgAuswahl[stelle]);
         // The computer players throw one after the other, then it is our turn.
         waitFor([this] { return feld().imgWuerfeln.Visible; }, "the computer players' throws");
@@ -293,13 +293,13 @@ private:
         planDice(dice);
         click(feld().imgNaechsterLevel);
         throwForChoice();
-        choose(Hunderter);
+        choose(Hundreds);
         throwForChoice();
-        choose(Zehner);
+        choose(Tens);
         lastThrow();
     }
 
-    zd::Programm& p_;
+    zd::Program& p_;
     zd::qt::QtFrontEnd& frontEnd_;
     QString imageDir_;
     QString screenshotDir_;
@@ -327,11 +327,11 @@ void Shooter::run() {
     // The player's places close up, without the name plates beside them.
     saveDetail({&f.imgWurf[0], &f.imgWurf[1], &f.imgWurf[3], &f.imgAuswahl[1], &f.lblInfo},
                QStringLiteral("auswahl.png"));
-    choose(Hunderter);
+    choose(Hundreds);
     throwForChoice();
     save(f, QStringLiteral("spielfeld.png"));
     screenshot(QStringLiteral("spielfeld"), QStringLiteral("-spiel"));
-    choose(Zehner);
+    choose(Tens);
     lastThrow();
 
     // Round 2, an easy win.
@@ -390,9 +390,9 @@ void Shooter::run() {
     });
     click(f.imgNaechsterLevel);
     throwForChoice();
-    choose(Einer);
+    choose(Ones);
     throwForChoice();
-    choose(Zehner);
+    choose(Tens);
     click(f.imgWuerfeln);
     waitFor([this] { return expected_.empty() && !p_.tk.topModal(); }, "the end of the game");
     waitFor([&f] { return f.lblGewonnen.Caption == "Spieler beginnt die neue Spielrunde"; },
@@ -459,7 +459,7 @@ int main(int argc, char* argv[]) {
     zd::qt::guarded([&] {
         // Assembled as the game assembles itself.
         zd::qt::QtProgram program;
-        zd::Programm& p = program.p;
+        zd::Program& p = program.p;
         zd::qt::QtFrontEnd frontEnd(p.tk, program.loop, zd::qt::QtProgram::artCache());
         p.tk.dispatch([&p] { zd::Main(p); });
         if (p.tk.ended()) fail(QStringLiteral("the program ended at its start"));

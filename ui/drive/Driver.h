@@ -43,7 +43,7 @@ private:
     std::ostream& err_;
     int lineNumber_ = 0;
     Harness harness_;
-    Programm& program_;
+    Program& program_;
 };
 
 }  // namespace zd::drive

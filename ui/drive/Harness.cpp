@@ -1,6 +1,6 @@
 #include "ui/drive/Harness.h"
 
-#include "game/Spiel.h"
+#include "game/Start.h"
 
 namespace zd::drive {
 
@@ -19,19 +19,19 @@ Harness::Harness(const HarnessOptions& options, std::ostream& events)
     : clock_(std::make_unique<Clock>(*this)),
       platform_(std::make_unique<HeadlessPlatform>(events, options.programDir, options.driveRoot,
                                                    options.soundDevice, options.calls)),
-      program_(std::make_unique<Programm>(*clock_, *platform_,
+      program_(std::make_unique<Program>(*clock_, *platform_,
                                           options.screenWidthPx * ui::kTwipsPerPixel,
                                           options.screenHeightPx * ui::kTwipsPerPixel)) {
     clock_->attach(program_->tk);
     clock_->modalStep = [this] { return answer && answer(); };
     if (options.dice) {
         dice_ = *options.dice;
-        program_->wuerfel.vorgabe = [this] {
+        program_->wuerfel.fixed = [this] {
             if (nextDie_ >= dice_.size()) throw DiceExhausted{};
             return dice_[nextDie_++];
         };
     }
-    richteEin(*program_);
+    bindEventRoutines(*program_);
 }
 
 Harness::~Harness() = default;

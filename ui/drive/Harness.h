@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "game/program/Programm.h"
+#include "game/program/Program.h"
 #include "ui/drive/HeadlessPlatform.h"
 #include "ui/model/VirtualLoop.h"
 
@@ -44,7 +44,7 @@ public:
     // Runs the program's entry, Main.
     void start();
 
-    Programm& program() { return *program_; }
+    Program& program() { return *program_; }
     ui::VirtualLoop& clock();
     HeadlessPlatform& platform() { return *platform_; }
 
@@ -57,7 +57,7 @@ private:
 
     std::unique_ptr<Clock> clock_;
     std::unique_ptr<HeadlessPlatform> platform_;
-    std::unique_ptr<Programm> program_;
+    std::unique_ptr<Program> program_;
     std::vector<int> dice_;
     std::size_t nextDie_ = 0;
 };

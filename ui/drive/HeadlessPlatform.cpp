@@ -22,7 +22,7 @@ void HeadlessPlatform::playWave(const std::string& path) {
     const auto size = std::filesystem::file_size(path, ec);
     if (ec || size == 0) return;
     const std::string name = std::filesystem::path(path).filename().string();
-    out_ << "sound " << sys::SoundNummer(name) << '\n';
+    out_ << "sound " << sys::soundNumber(name) << '\n';
 }
 
 void HeadlessPlatform::openDocument(const std::string& path) {

@@ -83,7 +83,7 @@ Variable texts(std::string* values, int first, int count) {
             }};
 }
 
-std::optional<Variable> variable(Gemeinsam& g, const std::string& name) {
+std::optional<Variable> variable(SharedVariables& g, const std::string& name) {
     if (name == "Ergebnis") return numbers(g.Ergebnis.data(), 0, 4);
     if (name == "Guthaben") return numbers(g.Guthaben.data(), 0, 4);
     if (name == "Gewinner") return truths(g.Gewinner.data(), 0, 4);
@@ -113,7 +113,7 @@ std::optional<int> element(const Variable& v, std::optional<int> index) {
 
 }  // namespace
 
-std::optional<std::string> printVariable(Programm& p, const std::string& name,
+std::optional<std::string> printVariable(Program& p, const std::string& name,
                                          std::optional<int> index) {
     const auto v = variable(p.g, name);
     if (!v) return std::nullopt;
@@ -122,14 +122,14 @@ std::optional<std::string> printVariable(Programm& p, const std::string& name,
     return v->read(*i);
 }
 
-bool setVariable(Programm& p, const std::string& name, std::optional<int> index,
+bool setVariable(Program& p, const std::string& name, std::optional<int> index,
                  const std::string& value) {
-    Gemeinsam& g = p.g;
+    SharedVariables& g = p.g;
     const auto v = variable(g, name);
     if (!v) return false;
     const auto i = element(*v, index);
     if (!i) return false;
-    const Gemeinsam before = g;
+    const SharedVariables before = g;
     if (!v->write(*i, value)) return false;
     // An entry being made always has its place.
     if (g.NeuerEintrag && g.EintragPlatz < 0) {

@@ -5,7 +5,7 @@
 #include <QScreen>
 #include <QStandardPaths>
 
-#include "game/Spiel.h"
+#include "game/Start.h"
 #include "ui/qt/QtGerman.h"
 
 namespace zd::qt {
@@ -24,7 +24,7 @@ QtProgram::QtProgram()
         screenSize().height() * ui::kTwipsPerPixel) {
     speakGerman(*QCoreApplication::instance());
     loop.attach(p.tk);
-    richteEin(p);
+    bindEventRoutines(p);
 }
 
 QString QtProgram::artCache() {

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-#include "game/program/Programm.h"
+#include "game/program/Program.h"
 #include "ui/qt/QtLoop.h"
 #include "ui/qt/QtPlatform.h"
 
@@ -22,7 +22,7 @@ public:
 
     QtLoop loop;
     QtPlatform platform;
-    Programm p;
+    Program p;
 };
 
 }  // namespace zd::qt

@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "game/Spiel.h"
+#include "game/Start.h"
 #include "ui/qt/Guard.h"
 #include "ui/qt/QtFrontEnd.h"
 #include "ui/qt/QtProgram.h"

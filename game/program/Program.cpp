@@ -1,4 +1,4 @@
-#include "game/program/Programm.h"
+#include "game/program/Program.h"
 
 #include <memory>
 
@@ -22,15 +22,15 @@ ui::Toolkit::Factory plain() {
 
 }  // namespace
 
-Programm::Programm(ui::EventLoop& loop, sys::Platform& platform, int screenWidthTwips,
+Program::Program(ui::EventLoop& loop, sys::Platform& platform, int screenWidthTwips,
                    int screenHeightTwips)
     : tk(loop, screenWidthTwips, screenHeightTwips), platform(platform) {
     tk.App.Path = platform.programFolder();
-    tk.define("frmSpielfeld", factory(ereignisse.spielfeld));
-    tk.define("frmBeste", factory(ereignisse.beste));
-    tk.define("frmMsgOk", factory(ereignisse.msgOk));
-    tk.define("frmMsgJa", factory(ereignisse.msgJa));
-    tk.define("frmHintergrund", factory(ereignisse.hintergrund));
+    tk.define("frmSpielfeld", factory(routines.spielfeld));
+    tk.define("frmBeste", factory(routines.beste));
+    tk.define("frmMsgOk", factory(routines.msgOk));
+    tk.define("frmMsgJa", factory(routines.msgJa));
+    tk.define("frmHintergrund", factory(routines.hintergrund));
     tk.define("frmBilder", plain<ui::FrmBilder>());
     tk.define("frmDigital", plain<ui::FrmDigital>());
 }

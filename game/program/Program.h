@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "game/program/Wuerfel.h"
+#include "game/program/Die.h"
 #include "system/Platform.h"
 #include "ui/forms/Banks.h"
 #include "ui/forms/FrmBeste.h"
@@ -18,7 +18,7 @@
 namespace zd {
 
 // The shared variables of the game, all 0, False or empty at start.
-struct Gemeinsam {
+struct SharedVariables {
     std::array<std::int32_t, 4> Ergebnis{};
     std::array<std::int32_t, 4> Guthaben{};
     std::array<bool, 4> Gewinner{};
@@ -37,7 +37,7 @@ struct Gemeinsam {
 };
 
 // Event routines per window, bound when the window is made.
-struct Ereignisse {
+struct EventRoutines {
     std::function<void(ui::FrmSpielfeld&)> spielfeld;
     std::function<void(ui::FrmBeste&)> beste;
     std::function<void(ui::FrmMsgOk&)> msgOk;
@@ -47,9 +47,9 @@ struct Ereignisse {
 
 // One running program: its windows, its shared variables, its die and the
 // platform it runs on. Nothing of it is global, so one process can hold many.
-class Programm {
+class Program {
 public:
-    Programm(ui::EventLoop& loop, sys::Platform& platform, int screenWidthTwips,
+    Program(ui::EventLoop& loop, sys::Platform& platform, int screenWidthTwips,
              int screenHeightTwips);
 
     ui::FrmSpielfeld& frmSpielfeld() { return tk.use<ui::FrmSpielfeld>("frmSpielfeld"); }
@@ -62,7 +62,7 @@ public:
 
     ui::Toolkit tk;
     sys::Platform& platform;
-    Gemeinsam g;
+    SharedVariables g;
     // A round that ends while a window the player opened stands open (a
     // question, the information, the list, the best-list offer) is evaluated
     // at once, but whether it ended the game is told only when that window,
@@ -72,8 +72,8 @@ public:
     // tell whether another running copy has saved since; unknown after a
     // failed read.
     std::optional<std::array<std::string, 10>> bestListSeen;
-    Wuerfel wuerfel;
-    Ereignisse ereignisse;
+    Die wuerfel;
+    EventRoutines routines;
 };
 
 }  // namespace zd

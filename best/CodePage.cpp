@@ -1,4 +1,4 @@
-#include "best/Zeichensatz.h"
+#include "best/CodePage.h"
 
 #include <array>
 #include <cstdint>
@@ -79,7 +79,7 @@ void SchreibeUtf8(std::string& out, char32_t c) {
 
 }  // namespace
 
-std::string AlsDateitext(const std::string& utf8) {
+std::string toFileText(const std::string& utf8) {
     const auto zeichen = Utf8Zeichen(utf8);
     if (!zeichen) return utf8;
     std::string einzeln;
@@ -94,7 +94,7 @@ std::string AlsDateitext(const std::string& utf8) {
     return einzeln;
 }
 
-std::string AusDateitext(const std::string& bytes) {
+std::string fromFileText(const std::string& bytes) {
     if (Utf8Zeichen(bytes)) return bytes;
     std::string out;
     for (char ch : bytes) {

@@ -1,11 +1,11 @@
-#include "Spielerbot.h"
+#include "PlayerBot.h"
 
 #include <unistd.h>
 
 #include <filesystem>
 #include <stdexcept>
 
-#include "game/Spiel.h"
+#include "game/Start.h"
 
 namespace zd::test {
 
@@ -29,15 +29,15 @@ drive::HarnessOptions withDriveRoot(const std::string& driveRoot, sys::FileCalls
 
 }  // namespace
 
-Spielerbot::Spielerbot(const std::string& driveRoot, sys::FileCalls* calls)
+PlayerBot::PlayerBot(const std::string& driveRoot, sys::FileCalls* calls)
     : harness_(withDriveRoot(driveRoot, calls), events_) {
     harness_.answer = [this] { return answer(); };
     harness_.start();
 }
 
-Spielerbot::~Spielerbot() = default;
+PlayerBot::~PlayerBot() = default;
 
-int Spielerbot::boardNumber(int player) {
+int PlayerBot::boardNumber(int player) {
     ui::FrmSpielfeld& f = program().frmSpielfeld();
     ui::FrmBilder& b = program().frmBilder();
     auto face = [&b](const ui::Image& place) {
@@ -52,14 +52,14 @@ int Spielerbot::boardNumber(int player) {
     return 100 * face(board[2]) + 10 * face(board[1]) + face(board[0]);
 }
 
-void Spielerbot::noteRoundEnd() {
+void PlayerBot::noteRoundEnd() {
     if (checked_) return;
     checked_ = true;
     ++rounds_;
     if (roundEnded) roundEnded();
 }
 
-bool Spielerbot::answer() {
+bool PlayerBot::answer() {
     ui::Toolkit& tk = program().tk;
     ui::Window* top = tk.topModal();
     if (!top) throw std::logic_error("asked to answer with no window open");
@@ -86,7 +86,7 @@ bool Spielerbot::answer() {
     throw std::logic_error("no answer for " + name);
 }
 
-void Spielerbot::play(long rounds) {
+void PlayerBot::play(long rounds) {
     ui::Toolkit& tk = program().tk;
     ui::FrmSpielfeld& f = program().frmSpielfeld();
     if (f.imgNeu.Visible) tk.click(f.imgNeu);

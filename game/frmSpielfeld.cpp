@@ -3,7 +3,7 @@
 #include <string>
 
 #include "best/modBeste.h"
-#include "game/Routinen.h"
+#include "game/Routines.h"
 #include "system/Sound.h"
 
 namespace zd {
@@ -24,7 +24,7 @@ int stelle(int index) { return index == 1 ? 1 : index == 2 ? 10 : 100; }
 
 class Spielfeld {
 public:
-    Spielfeld(Programm& p, ui::FrmSpielfeld& f) : p_(p), g_(p.g), f_(f) {}
+    Spielfeld(Program& p, ui::FrmSpielfeld& f) : p_(p), g_(p.g), f_(f) {}
 
     void Form_Load() {
         starte(f_.timStart, 400);
@@ -117,7 +117,7 @@ public:
             RundeAuswerten(p_);
         } else {
             g_.AktiverComputer = 1;
-            StarteComputerDrehen(f_);
+            startComputerSpin(f_);
         }
     }
 
@@ -133,7 +133,7 @@ public:
         f_.imgWuerfeln.Visible = false;
         f_.lblInfo.Caption = "";
         g_.AktiverComputer = 1;
-        StarteComputerDrehen(f_);
+        startComputerSpin(f_);
     }
 
     void PfeilBlinken() {
@@ -176,11 +176,11 @@ public:
             if (g_.Guthaben[i] == 0) ende = true;
         }
         if (!ende) return;
-        const bool ja = FrageMsgJa(
+        const bool ja = askYesNo(
             p_, 2,
             std::string(CRLF) + "Das Spiel ist beendet!" + CRLF +
                 "Möchtest Du ein neues Spiel beginnen?",
-            std::string(CRLF) + "»Neues Spiel« bestätigen", NebenSpielfeld(-500, -500));
+            std::string(CRLF) + "»Neues Spiel« bestätigen", besideField(-500, -500));
         if (!ja) {
             p_.tk.unload(f_);
             return;
@@ -195,10 +195,10 @@ public:
         if (g_.Guthaben[0] != 0) {
             // The timers run on behind the question; should the game end
             // there, it is told after Nein, and Ja simply ends the program.
-            const bool ja = FrageMsgJa(
+            const bool ja = askYesNo(
                 p_, 2,
                 std::string(CRLF) + "Bist Du sicher," + CRLF + "dass Du das Spiel beenden möchtest?",
-                std::string(CRLF) + "»Spiel beenden« bestätigen", NebenSpielfeld(1000, 1000));
+                std::string(CRLF) + "»Spiel beenden« bestätigen", besideField(1000, 1000));
             if (!ja) return;
         }
         p_.tk.unload(f_);
@@ -221,19 +221,19 @@ private:
         for (int i = 0; i <= 7; ++i) f_.imgDiggi[i].picture = p_.frmDigital().imgDiggi[10].picture;
     }
 
-    Programm& p_;
-    Gemeinsam& g_;
+    Program& p_;
+    SharedVariables& g_;
     ui::FrmSpielfeld& f_;
 };
 
 }  // namespace
 
-void StarteComputerDrehen(ui::FrmSpielfeld& f) {
+void startComputerSpin(ui::FrmSpielfeld& f) {
     starte(f.timComputerDrehe, 30);
     starte(f.timComputerStopp, 500);
 }
 
-void bindeSpielfeld(Programm& p, ui::FrmSpielfeld& f) {
+void bindFrmSpielfeld(Program& p, ui::FrmSpielfeld& f) {
     auto s = std::make_shared<Spielfeld>(p, f);
     f.Form_Load = [s] { s->Form_Load(); };
     f.Form_Activate = [s] { s->Form_Activate(); };

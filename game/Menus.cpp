@@ -3,22 +3,22 @@
 
 #include "best/modBeste.h"
 #include "ui/model/ProjectInfo.h"
-#include "game/Routinen.h"
+#include "game/Routines.h"
 
 namespace zd {
 
 namespace {
 
-void lblHilfe_Click(Programm& p) { OeffneDokument(p, "Zifferndach.pdf"); }
+void lblHilfe_Click(Program& p) { openDocument(p, "Zifferndach.pdf"); }
 
-void lblAllgemein_Click(Programm& p) {
+void lblAllgemein_Click(Program& p) {
     // Sound 7 names no file: the information comes up silently.
-    ZeigeMsgOk(p, 7, std::string("Programmierung:") + CRLF + kAuthors + CRLF + kHomepage,
+    showMessage(p, 7, std::string("Programmierung:") + CRLF + kAuthors + CRLF + kHomepage,
                std::string("Grafik:") + CRLF + kAuthors + CRLF + kHomepage,
-               NebenSpielfeld(-100, -100));
+               besideField(-100, -100));
 }
 
-void mnuSoundan_Click(Programm& p, ui::FrmSpielfeld& f, int index) {
+void mnuSoundan_Click(Program& p, ui::FrmSpielfeld& f, int index) {
     p.g.SoundAn = false;
     f.mnuSoundan[1].Checked = false;
     f.mnuSoundan[2].Checked = false;
@@ -28,7 +28,7 @@ void mnuSoundan_Click(Programm& p, ui::FrmSpielfeld& f, int index) {
 
 }  // namespace
 
-void bindeMenue(Programm& p, ui::FrmSpielfeld& f) {
+void bindMenus(Program& p, ui::FrmSpielfeld& f) {
     for (int i = 1; i <= 2; ++i) f.mnuSoundan[i].Click = [&p, &f, i] { mnuSoundan_Click(p, f, i); };
     f.mnuInfo[1].Click = [&p] { lblHilfe_Click(p); };
     f.mnuInfo[2].Click = [&p] { lblAllgemein_Click(p); };

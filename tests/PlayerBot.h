@@ -18,11 +18,11 @@ std::string freshFolder(const std::string& name);
 // would: throws, takes the first free place, goes on to the next level, and
 // answers every question with Ja. `roundEnded` is called the moment a round
 // has been evaluated, before anything else happens.
-class Spielerbot {
+class PlayerBot {
 public:
     // Files go through `calls` when given.
-    explicit Spielerbot(const std::string& driveRoot, sys::FileCalls* calls = nullptr);
-    ~Spielerbot();
+    explicit PlayerBot(const std::string& driveRoot, sys::FileCalls* calls = nullptr);
+    ~PlayerBot();
 
     // Plays until `rounds` rounds have ended or the program has ended.
     void play(long rounds);
@@ -31,7 +31,7 @@ public:
     // Answer to the question of a new game after a game has ended.
     std::function<bool()> newGame = [] { return true; };
 
-    Programm& program() { return harness_.program(); }
+    Program& program() { return harness_.program(); }
     // Every frmMsgOk text answered so far, lblMeldung and lblTitel together.
     const std::vector<std::string>& messages() const { return messages_; }
     long rounds() const { return rounds_; }

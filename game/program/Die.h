@@ -6,20 +6,20 @@
 namespace zd {
 
 // The one die of the game.
-class Wuerfel {
+class Die {
 public:
     // A draw r with 0 <= r < 1, the generator reseeded from the clock first.
-    float ziehe();
+    float draw();
 
     // Tests may replace the draw, or the whole throw (the driver's --dice).
-    std::function<float()> ziehung;
-    std::function<int()> vorgabe;
+    std::function<float()> drawing;
+    std::function<int()> fixed;
 
 private:
-    std::uint64_t zaehler_ = 0;
+    std::uint64_t draws_ = 0;
 };
 
 // 1 to 6, all equally likely; never adjusted to the state of the game.
-int ZufallsWurf(Wuerfel& wuerfel);
+int ZufallsWurf(Die& wuerfel);
 
 }  // namespace zd

@@ -1,14 +1,14 @@
 #pragma once
 
-#include "game/program/Programm.h"
+#include "game/program/Program.h"
 
 namespace zd {
 
 // Binds the event routines of every window of the program.
-void richteEin(Programm& p);
+void bindEventRoutines(Program& p);
 
 // The program's entry: runs once, from top to bottom, and leaves the rest
 // to the events of the windows.
-void Main(Programm& p);
+void Main(Program& p);
 
 }  // namespace zd

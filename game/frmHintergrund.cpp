@@ -1,9 +1,9 @@
 // The full-screen table behind the playing field, which never covers it.
-#include "game/Routinen.h"
+#include "game/Routines.h"
 
 namespace zd {
 
-void bindeHintergrund(Programm& p, ui::FrmHintergrund& f) {
+void bindFrmHintergrund(Program& p, ui::FrmHintergrund& f) {
     f.Form_Load = [&p, &f] {
         f.Move(0, 0, p.tk.screenWidth(), p.tk.screenHeight());
         f.Image1.Move(0, 0);

@@ -1,4 +1,4 @@
-#include "game/program/Wuerfel.h"
+#include "game/program/Die.h"
 
 #include <algorithm>
 #include <chrono>
@@ -17,18 +17,18 @@ std::uint64_t splitmix64(std::uint64_t x) {
 
 }  // namespace
 
-float Wuerfel::ziehe() {
+float Die::draw() {
     // Reseeded from the clock before every draw. Two draws within one clock
     // tick would repeat each other, so a count of draws is mixed in.
     const auto ticks = std::chrono::high_resolution_clock::now().time_since_epoch().count();
-    const std::uint64_t seed = static_cast<std::uint64_t>(ticks) ^ splitmix64(++zaehler_);
+    const std::uint64_t seed = static_cast<std::uint64_t>(ticks) ^ splitmix64(++draws_);
     const std::uint64_t bits = splitmix64(seed) >> 40;  // 24 bits: exact in a float
     return static_cast<float>(bits) / static_cast<float>(1u << 24);
 }
 
-int ZufallsWurf(Wuerfel& wuerfel) {
-    if (wuerfel.vorgabe) return wuerfel.vorgabe();
-    const float r = wuerfel.ziehung ? wuerfel.ziehung() : wuerfel.ziehe();
+int ZufallsWurf(Die& wuerfel) {
+    if (wuerfel.fixed) return wuerfel.fixed();
+    const float r = wuerfel.drawing ? wuerfel.drawing() : wuerfel.draw();
     const int wurf = static_cast<int>(std::floor(static_cast<double>(r) * 6.0)) + 1;
     // A draw just below 1 must not round up to 7.
     return std::clamp(wurf, 1, 6);

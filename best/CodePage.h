@@ -9,7 +9,7 @@ namespace zd {
 // that lists of older installations read and write unchanged, and in UTF-8
 // otherwise. Reading takes valid UTF-8 as it is and anything else as
 // Windows-1252.
-std::string AlsDateitext(const std::string& utf8);
-std::string AusDateitext(const std::string& bytes);
+std::string toFileText(const std::string& utf8);
+std::string fromFileText(const std::string& bytes);
 
 }  // namespace zd

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+
+#include "game/program/Messages.h"
+#include "game/program/Program.h"
+
+namespace zd {
+
+// Start-up and the board
+void LeereSpielfeld(Program& p);
+void SetzeSpielwerte(Program& p);
+
+// The computer players
+void SpielzugAndrea(Program& p);
+void SpielzugThomas(Program& p);
+void SpielzugVictoria(Program& p);
+bool BestmarkeGeschlagen(Program& p);
+
+// Rounds and credit
+void RundeAuswerten(Program& p);
+void ZeigeGuthaben(Program& p);
+void NaechsteRunde(Program& p);
+void SpielendeMelden(Program& p);
+
+// The spin of the computer player in AktiverComputer, which is set first.
+void startComputerSpin(ui::FrmSpielfeld& f);
+
+// Event routines of the windows
+void bindFrmSpielfeld(Program& p, ui::FrmSpielfeld& f);
+void bindMenus(Program& p, ui::FrmSpielfeld& f);
+void bindFrmHintergrund(Program& p, ui::FrmHintergrund& f);
+
+}  // namespace zd
