@@ -47,24 +47,29 @@ void openDocument(Program& p, const std::string& datei) {
     if (sys::ExistiertDatei(p.platform, pfad)) p.platform.openDocument(pfad);
 }
 
-void showMessage(Program& p, int sound, const std::string& meldung, const std::string& titel,
-                Placement placement) {
+namespace {
+
+// The sequence itself, the same for both windows.
+template <class MessageWindow>
+void present(Program& p, MessageWindow& w, int sound, const std::string& meldung,
+             const std::string& titel, Placement placement) {
     sys::SpieleSound(p.platform, sound, p.g.SoundAn);
-    ui::FrmMsgOk& w = p.frmMsgOk();
     w.lblMeldung.Caption = meldung;
     w.lblTitel.Caption = titel;
     place(p, w, placement);
     p.tk.showModal(w);
 }
 
+}  // namespace
+
+void showMessage(Program& p, int sound, const std::string& meldung, const std::string& titel,
+                 Placement placement) {
+    present(p, p.frmMsgOk(), sound, meldung, titel, placement);
+}
+
 bool askYesNo(Program& p, int sound, const std::string& meldung, const std::string& titel,
-                Placement placement) {
-    sys::SpieleSound(p.platform, sound, p.g.SoundAn);
-    ui::FrmMsgJa& w = p.frmMsgJa();
-    w.lblMeldung.Caption = meldung;
-    w.lblTitel.Caption = titel;
-    place(p, w, placement);
-    p.tk.showModal(w);
+              Placement placement) {
+    present(p, p.frmMsgJa(), sound, meldung, titel, placement);
     return p.g.MsgAntwort == 1;
 }
 
