@@ -17,10 +17,10 @@ struct Placement {
 Placement centred();
 Placement besideField(int dx, int dy);
 void showMessage(Program& p, int sound, const std::string& meldung, const std::string& titel,
-                Placement platz);
+                 Placement placement);
 // Returns True when the answer is Ja; MsgAntwort keeps the answer itself.
 bool askYesNo(Program& p, int sound, const std::string& meldung, const std::string& titel,
-                Placement platz);
+              Placement placement);
 
 void openDocument(Program& p, const std::string& datei);
 
