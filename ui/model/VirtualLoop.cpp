@@ -6,20 +6,14 @@
 
 namespace zd::ui {
 
-void VirtualLoop::runDueUntil(std::int64_t end) {
+void VirtualLoop::FastForwardBy(std::int64_t ms) {
+    const std::int64_t end = now_ + ms;
     while (!toolkit_->ended()) {
         const auto due = toolkit_->timers().nextDue();
         if (!due || *due > end) break;
         now_ = std::max(now_, *due);
         toolkit_->fireDueTimer(now_);
     }
-}
-
-void VirtualLoop::RunUntilIdle() { runDueUntil(now_); }
-
-void VirtualLoop::FastForwardBy(std::int64_t ms) {
-    const std::int64_t end = now_ + ms;
-    runDueUntil(end);
     now_ = std::max(now_, end);
 }
 

@@ -22,8 +22,6 @@ public:
     void attach(Toolkit& toolkit) { toolkit_ = &toolkit; }
 
     std::int64_t now() const override { return now_; }
-    // Runs every timer that is due at the present moment.
-    void RunUntilIdle();
     // Runs every timer due within the next `ms`, in time order, stepping
     // the clock to each one, and leaves the clock at the end of the span.
     void FastForwardBy(std::int64_t ms);
@@ -35,9 +33,6 @@ public:
     std::function<bool()> modalStep;
 
 private:
-    // Runs in time order every timer due up to `end`, the clock following.
-    void runDueUntil(std::int64_t end);
-
     Toolkit* toolkit_ = nullptr;
     std::int64_t now_ = 0;
 };
