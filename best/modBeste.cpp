@@ -85,6 +85,14 @@ std::optional<std::vector<std::string>> readList(Program& p, int& nummer) {
     return lines;
 }
 
+// The ten lines as one list, or nothing when the file ended early.
+std::optional<ListLines> whole(const std::vector<std::string>& lines) {
+    if (lines.size() != kLines) return std::nullopt;
+    ListLines list;
+    std::copy(lines.begin(), lines.end(), list.begin());
+    return list;
+}
+
 ListLines inListBoxes(ui::FrmBeste& f) {
     ListLines lines;
     for (int i = 0; i < f.lstName.ListCount() && i < kEntries; ++i) {
@@ -192,12 +200,8 @@ void LeseBeste(Program& p) {
     for (std::size_t i = 0; i < lines->size(); ++i) {
         (i < kEntries ? f.lstName : f.lstPunkte).AddItem((*lines)[i]);
     }
-    if (lines->size() < kLines) {
-        tellReadFailure(p, kPastEndOfFile);
-        return;
-    }
-    p.bestListSeen.emplace();
-    std::copy(lines->begin(), lines->end(), p.bestListSeen->begin());
+    p.bestListSeen = whole(*lines);
+    if (!p.bestListSeen) tellReadFailure(p, kPastEndOfFile);
 }
 
 void SpeichereBeste(Program& p) {
@@ -209,18 +213,15 @@ void SpeichereBeste(Program& p) {
         // list: then this copy's entry goes into that list, by the same rule
         // as any new entry, instead of writing an older list over it.
         int nummer = 0;
-        const auto onDisk = readList(p, nummer);
+        const auto lines = readList(p, nummer);
+        const auto onDisk = lines ? whole(*lines) : std::nullopt;
         const int platz = p.g.EintragPlatz;
-        if (onDisk && onDisk->size() == kLines && p.g.NeuerEintrag && platz >= 0 &&
+        if (onDisk && *onDisk != p.bestListSeen && p.g.NeuerEintrag && platz >= 0 &&
             platz < kEntries) {
-            ListLines current;
-            std::copy(onDisk->begin(), onDisk->end(), current.begin());
-            if (current != p.bestListSeen) {
-                const auto merged = withEntry(current, list[static_cast<std::size_t>(platz)],
-                                              list[static_cast<std::size_t>(platz + kEntries)]);
-                outcome = merged ? Outcome::Saved : Outcome::NoPlace;
-                list = merged ? *merged : current;
-            }
+            const auto merged = withEntry(*onDisk, list[static_cast<std::size_t>(platz)],
+                                          list[static_cast<std::size_t>(platz + kEntries)]);
+            outcome = merged ? Outcome::Saved : Outcome::NoPlace;
+            list = merged ? *merged : *onDisk;
         }
         int error = 0;
         if (outcome != Outcome::NoPlace) {
