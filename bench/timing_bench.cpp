@@ -60,7 +60,7 @@ int main(int argc, char* argv[]) {
         zd::qt::QtProgram program;
         zd::Programm& p = program.p;
         p.wuerfel.vorgabe = [] { return 3; };  // ties only: the game never ends
-        zd::qt::QtFrontEnd frontEnd(p.tk, program.loop);
+        zd::qt::QtFrontEnd frontEnd(p.tk);
         p.tk.dispatch([&p] { zd::Main(p); });
         zd::ui::FrmSpielfeld& f = p.frmSpielfeld();
 

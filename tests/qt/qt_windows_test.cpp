@@ -43,7 +43,7 @@ struct Program {
     zd::qt::QtLoop loop;
     zd::qt::QtPlatform platform;
     zd::Programm p{loop, platform, 1280 * 15, 1024 * 15};
-    zd::qt::QtFrontEnd frontEnd{p.tk, loop};
+    zd::qt::QtFrontEnd frontEnd{p.tk};
 
     Program() { loop.attach(p.tk); }
 
@@ -326,7 +326,7 @@ TEST(QtWindows, AWindowUnloadedByTheModelLosesItsWidget) {
 TEST(QtGerman, QtDrawsItsOwnTextsInGerman) {
     // The program assembled as the game assembles itself.
     zd::qt::QtProgram program;
-    zd::qt::QtFrontEnd frontEnd(program.p.tk, program.loop);
+    zd::qt::QtFrontEnd frontEnd(program.p.tk);
     zd::ui::FrmSpielfeld& f = program.p.frmSpielfeld();
     program.p.tk.dispatch([&] { program.p.tk.show(f); });
     WindowWidget* widget = frontEnd.widgetFor(f);
@@ -387,7 +387,7 @@ struct Game {
     ManualLoop loop;
     zd::qt::QtPlatform platform;
     zd::Programm p{loop, platform, 1280 * 15, 1024 * 15};
-    zd::qt::QtFrontEnd frontEnd{p.tk, loop};
+    zd::qt::QtFrontEnd frontEnd{p.tk};
 
     Game() {
         qputenv("XDG_DATA_HOME", data.path().toUtf8());

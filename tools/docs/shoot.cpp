@@ -460,7 +460,7 @@ int main(int argc, char* argv[]) {
         // Assembled as the game assembles itself.
         zd::qt::QtProgram program;
         zd::Programm& p = program.p;
-        zd::qt::QtFrontEnd frontEnd(p.tk, program.loop, zd::qt::QtProgram::artCache());
+        zd::qt::QtFrontEnd frontEnd(p.tk, zd::qt::QtProgram::artCache());
         p.tk.dispatch([&p] { zd::Main(p); });
         if (p.tk.ended()) fail(QStringLiteral("the program ended at its start"));
         Shooter shooter(p, frontEnd, imageDir, screenshotDir);

@@ -53,9 +53,10 @@ struct Starved {};
 
 }  // namespace
 
-class Driver::Loop : public ui::VirtualLoop {
+// Writes down the front-end events a script sees.
+class Driver::Watch : public ui::FrontEnd {
 public:
-    explicit Loop(std::ostream& out) : out_(out) {}
+    explicit Watch(std::ostream& out) : out_(out) {}
     void modalBegins(ui::Window& w) override { out_ << "modal " << w.name() << '\n'; }
 
 private:
@@ -63,7 +64,11 @@ private:
 };
 
 Driver::Driver(const Options& options, std::istream& script, std::ostream& out, std::ostream& err)
-    : script_(script), out_(out), err_(err), loop_(std::make_unique<Loop>(out)) {
+    : script_(script),
+      out_(out),
+      err_(err),
+      loop_(std::make_unique<ui::VirtualLoop>()),
+      watch_(std::make_unique<Watch>(out)) {
     platform_ = std::make_unique<HeadlessPlatform>(out, options.programDir,
                                                    options.driveRoot.value_or(""),
                                                    options.soundDevice);
@@ -71,6 +76,7 @@ Driver::Driver(const Options& options, std::istream& script, std::ostream& out, 
     program_ = std::make_unique<Programm>(*loop_, *platform_, 1024 * ui::kTwipsPerPixel,
                                           768 * ui::kTwipsPerPixel);
     loop_->attach(program_->tk);
+    program_->tk.setFrontEnd(watch_.get());
     loop_->modalStep = [this] { return step(); };
     if (options.dice) {
         dice_ = *options.dice;

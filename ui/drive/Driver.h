@@ -36,7 +36,7 @@ public:
     int run();
 
 private:
-    class Loop;
+    class Watch;
 
     // Reads and runs the next command; false at the end of the script.
     bool step();
@@ -52,7 +52,8 @@ private:
     std::ostream& out_;
     std::ostream& err_;
     int lineNumber_ = 0;
-    std::unique_ptr<Loop> loop_;
+    std::unique_ptr<ui::VirtualLoop> loop_;
+    std::unique_ptr<Watch> watch_;
     std::unique_ptr<HeadlessPlatform> platform_;
     std::unique_ptr<Programm> program_;
     std::vector<int> dice_;

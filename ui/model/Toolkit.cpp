@@ -109,7 +109,7 @@ void Toolkit::unload(Window& w) {
     }
     unloaded_.push_back(std::move(it->second));
     windows_.erase(it);
-    loop_.windowGone(w);
+    frontEnd_->windowGone(w);
 }
 
 void Toolkit::raise(Window& w) {
@@ -128,7 +128,7 @@ void Toolkit::activate(Window* w) {
 void Toolkit::show(Window& w) {
     w.visible_ = true;
     raise(w);
-    loop_.broughtToFront(w);
+    frontEnd_->broughtToFront(w);
     activate(&w);
 }
 
@@ -142,13 +142,17 @@ void Toolkit::hide(Window& w) {
 void Toolkit::showModal(Window& w) {
     Window* const shown = &w;
     modal_.push_back(shown);
-    loop_.modalBegins(w);
+    frontEnd_->modalBegins(w);
     show(w);
     // Only pointers are compared here: the window may be gone already.
     auto gone = [this, shown] {
         return ended_ || std::find(stacking_.begin(), stacking_.end(), shown) == stacking_.end();
     };
-    if (!gone()) loop_.runModal(gone);
+    if (!gone()) {
+        // The modal window must be on the screen before anything can end it.
+        frontEnd_->settled();
+        loop_.runModal(gone);
+    }
     modal_.erase(std::remove(modal_.begin(), modal_.end(), shown), modal_.end());
     if (ended_) throw ProgramEnded{};
 }
@@ -178,6 +182,7 @@ void Toolkit::dispatch(const std::function<void()>& handler) {
         unloaded_.clear();
         runIdleTasks();
     }
+    frontEnd_->settled();
     loop_.afterEvent();
 }
 
@@ -317,7 +322,7 @@ bool Toolkit::fireDueTimer(std::int64_t now) {
 
 void Toolkit::end() {
     ended_ = true;
-    loop_.programEnded();
+    frontEnd_->programEnded();
     throw ProgramEnded{};
 }
 

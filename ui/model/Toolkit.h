@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "ui/model/EventLoop.h"
+#include "ui/model/FrontEnd.h"
 #include "ui/model/TimerQueue.h"
 #include "ui/model/Window.h"
 
@@ -83,7 +84,11 @@ public:
     bool type(TextBox& box, const std::string& text);
     // The window system made w the active window (a click on it, say).
     bool userActivated(Window& w);
-    void dragWindow(Window& w) { loop_.dragWindow(w); }
+    void dragWindow(Window& w) { frontEnd_->dragWindow(w); }
+
+    // What shows the windows; none by default. It must outlive the toolkit
+    // or be taken back with nullptr.
+    void setFrontEnd(FrontEnd* frontEnd) { frontEnd_ = frontEnd ? frontEnd : &noFrontEnd_; }
 
     // Time ------------------------------------------------------------
     EventLoop& loop() { return loop_; }
@@ -114,6 +119,8 @@ private:
     void runIdleTasks();
 
     EventLoop& loop_;
+    FrontEnd noFrontEnd_;
+    FrontEnd* frontEnd_ = &noFrontEnd_;
     TimerQueue timers_;
     int screenWidth_;
     int screenHeight_;
