@@ -309,6 +309,28 @@ bool Toolkit::userActivated(Window& w) {
     return true;
 }
 
+bool Toolkit::moved(Window& w, int left, int top) {
+    if (ended_ || !w.visible_) return false;
+    w.Left = left;
+    w.Top = top;
+    return true;
+}
+
+bool Toolkit::selected(TextBox& box, int start, int length) {
+    if (!inputReaches(box)) return false;
+    const int count = characterCount(box.Text);
+    box.SelStart = std::clamp(start, 0, count);
+    box.SelLength = std::clamp(length, 0, count - box.SelStart);
+    return true;
+}
+
+bool Toolkit::focused(TextBox& box) {
+    // A locked box is only read, and shows no caret to type at.
+    if (!inputReaches(box) || box.Locked) return false;
+    box.window().focus = &box;
+    return true;
+}
+
 bool Toolkit::fireDueTimer(std::int64_t now) {
     Timer* timer = timers_.takeDue(now);
     if (!timer) return false;

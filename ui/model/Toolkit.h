@@ -84,6 +84,12 @@ public:
     bool type(TextBox& box, const std::string& text);
     // The window system made w the active window (a click on it, say).
     bool userActivated(Window& w);
+    // The user or the window system moved w; no event of the program hears it.
+    bool moved(Window& w, int left, int top);
+    // The user put the caret or the selection of box elsewhere (characters).
+    bool selected(TextBox& box, int start, int length);
+    // The user put the focus into box, by a click or the Tab key.
+    bool focused(TextBox& box);
     void dragWindow(Window& w) { frontEnd_->dragWindow(w); }
 
     // What shows the windows; none by default. It must outlive the toolkit

@@ -572,8 +572,8 @@ void WindowWidget::onSelection(ui::TextBox& box) {
     if (!e) return;
     // The model's selection follows the user's, as it is read live.
     const bool selected = e->hasSelectedText();
-    box.SelStart = selected ? e->selectionStart() : e->cursorPosition();
-    box.SelLength = selected ? static_cast<int>(e->selectedText().size()) : 0;
+    frontEnd_.toolkit().selected(box, selected ? e->selectionStart() : e->cursorPosition(),
+                                 selected ? static_cast<int>(e->selectedText().size()) : 0);
     Edit& edit = edits_[&box];
     edit.selStart = box.SelStart;
     edit.selLength = box.SelLength;
@@ -694,8 +694,8 @@ bool WindowWidget::eventFilter(QObject* watched, QEvent* e) {
             for (auto& [box, entry] : edits_) {
                 if (entry.widget != edit) continue;
                 // Where the user puts the focus, the model has it too.
-                window_->focus = const_cast<ui::TextBox*>(box);
-                lastFocus_ = box;
+                auto* focused = const_cast<ui::TextBox*>(box);
+                if (frontEnd_.toolkit().focused(*focused)) lastFocus_ = box;
             }
         } else if (e->type() == QEvent::KeyPress) {
             auto* key = static_cast<QKeyEvent*>(e);
@@ -722,8 +722,7 @@ void WindowWidget::moveEvent(QMoveEvent* e) {
     const QPoint at = pos();
     if (appliedPos_ && at == *appliedPos_) return;
     // Moved by the user or the window manager: the model learns where to.
-    window_->Left = at.x() * ui::kTwipsPerPixel;
-    window_->Top = at.y() * ui::kTwipsPerPixel;
+    frontEnd_.toolkit().moved(*window_, at.x() * ui::kTwipsPerPixel, at.y() * ui::kTwipsPerPixel);
     appliedLeft_ = window_->Left;
     appliedTop_ = window_->Top;
     appliedPos_ = at;
@@ -805,8 +804,8 @@ void WindowWidget::onMouseMove(QMouseEvent* e) {
             const QPoint to = e->globalPosition().toPoint() - dragOffset_;
             QWidget::move(to);
             appliedPos_ = to;
-            window_->Left = to.x() * ui::kTwipsPerPixel;
-            window_->Top = to.y() * ui::kTwipsPerPixel;
+            frontEnd_.toolkit().moved(*window_, to.x() * ui::kTwipsPerPixel,
+                                      to.y() * ui::kTwipsPerPixel);
             appliedLeft_ = window_->Left;
             appliedTop_ = window_->Top;
             return;
