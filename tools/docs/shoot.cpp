@@ -37,6 +37,7 @@
 #include "ui/qt/Guard.h"
 #include "ui/qt/QtFrontEnd.h"
 #include "ui/qt/QtProgram.h"
+#include "ui/qt/Placement.h"
 #include "ui/qt/WindowWidget.h"
 
 namespace {
