@@ -36,8 +36,6 @@ public:
     Control(const Control&) = delete;
     Control& operator=(const Control&) = delete;
 
-    virtual std::string_view kind() const = 0;
-
     Window& window() const { return window_; }
     const std::string& name() const { return name_; }
     int index() const { return index_; }  // -1 when not part of a control array
@@ -75,7 +73,6 @@ private:
 class Label : public Control {
 public:
     using Control::Control;
-    std::string_view kind() const override { return "Label"; }
     std::optional<std::string> printProperty(std::string_view prop,
                                              std::optional<int> arg) const override;
 
@@ -90,7 +87,6 @@ public:
 class Image : public Control {
 public:
     using Control::Control;
-    std::string_view kind() const override { return "Image"; }
     std::optional<std::string> printProperty(std::string_view prop,
                                              std::optional<int> arg) const override;
 
@@ -102,7 +98,6 @@ public:
 class PictureBox : public Control {
 public:
     using Control::Control;
-    std::string_view kind() const override { return "PictureBox"; }
     std::optional<std::string> printProperty(std::string_view prop,
                                              std::optional<int> arg) const override;
 
@@ -114,7 +109,6 @@ public:
 class Shape : public Control {
 public:
     using Control::Control;
-    std::string_view kind() const override { return "Shape"; }
     Color BorderColor{0, 0, 0};
     int BorderWidth = 1;
 };
@@ -122,7 +116,6 @@ public:
 class Line : public Control {
 public:
     using Control::Control;
-    std::string_view kind() const override { return "Line"; }
     int X1 = 0, Y1 = 0, X2 = 0, Y2 = 0;
     Color BorderColor{0, 0, 0};
     int BorderWidth = 1;
@@ -131,7 +124,6 @@ public:
 class ListBox : public Control {
 public:
     using Control::Control;
-    std::string_view kind() const override { return "ListBox"; }
     std::optional<std::string> printProperty(std::string_view prop,
                                              std::optional<int> arg) const override;
 
@@ -152,7 +144,6 @@ private:
 class TextBox : public Control {
 public:
     using Control::Control;
-    std::string_view kind() const override { return "TextBox"; }
     std::optional<std::string> printProperty(std::string_view prop,
                                              std::optional<int> arg) const override;
 
@@ -171,7 +162,6 @@ public:
 class CommandButton : public Control {
 public:
     using Control::Control;
-    std::string_view kind() const override { return "CommandButton"; }
     std::optional<std::string> printProperty(std::string_view prop,
                                              std::optional<int> arg) const override;
     // The letter after '&', upper case, or 0.
@@ -187,7 +177,6 @@ class Timer : public Control {
 public:
     Timer(Window& window, std::string name, int index);
     ~Timer() override;
-    std::string_view kind() const override { return "Timer"; }
     std::optional<std::string> printProperty(std::string_view prop,
                                              std::optional<int> arg) const override;
 
@@ -232,7 +221,6 @@ private:
 class MenuItem : public Control {
 public:
     using Control::Control;
-    std::string_view kind() const override { return "Menu"; }
     std::optional<std::string> printProperty(std::string_view prop,
                                              std::optional<int> arg) const override;
 
