@@ -69,7 +69,7 @@ int main(int argc, char* argv[]) {
     zd::qt::guarded([&] {
         zd::qt::QtProgram program;
         zd::Program& p = program.p;
-        zd::qt::QtFrontEnd frontEnd(p.tk, program.loop, zd::qt::QtProgram::artCache());
+        zd::qt::QtFrontEnd frontEnd(p.tk, zd::qt::QtProgram::artCache());
         p.tk.dispatch([&p] { zd::Main(p); });
         if (QWidget* field = frontEnd.widgetFor(p.frmSpielfeld())) field->installEventFilter(&probe);
         result = QApplication::exec();

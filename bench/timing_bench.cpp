@@ -59,8 +59,8 @@ int main(int argc, char* argv[]) {
     zd::qt::guarded([&] {
         zd::qt::QtProgram program;
         zd::Program& p = program.p;
-        p.wuerfel.fixed = [] { return 3; };  // ties only: the game never ends
-        zd::qt::QtFrontEnd frontEnd(p.tk, program.loop);
+        p.die.fixed = [] { return 3; };  // ties only: the game never ends
+        zd::qt::QtFrontEnd frontEnd(p.tk);
         p.tk.dispatch([&p] { zd::Main(p); });
         zd::ui::FrmSpielfeld& f = p.frmSpielfeld();
 

@@ -88,7 +88,7 @@ public:
         f_.lblGewonnen.Caption = "";
         f_.imgNeuerWurf.picture = b.imgPfeilrechts[2].picture;
         f_.imgWuerfeln.Visible = false;
-        f_.Wurf = ZufallsWurf(p_.wuerfel);
+        f_.Wurf = ZufallsWurf(p_.die);
         g_.WurfNummer = static_cast<std::int16_t>(g_.WurfNummer + 1);
         f_.imgWurf[0].picture = b.imgWurf[f_.Wurf].picture;
         f_.lblAndrea.Caption = "";

@@ -40,7 +40,7 @@ void throwAndPlace(Program& p, const ComputerPlayer& c) {
     ui::FrmSpielfeld& f = p.frmSpielfeld();
     ui::FrmBilder& b = p.frmBilder();
     f.imgWuerfeln.Visible = false;
-    const int w = ZufallsWurf(p.wuerfel);
+    const int w = ZufallsWurf(p.die);
     c.text.Caption = std::string(c.name) + " würfelt eine " + std::to_string(w);
     for (Place s : preferredPlaces(w, p.g.WurfNummer).places) {
         ui::Image& platz = c.plaetze[s];

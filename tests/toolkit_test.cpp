@@ -18,12 +18,30 @@ public:
           b(add<Timer>("b")),
           list(add<ListBox>("list")),
           pic(add<Image>("pic")),
-          button(add<Image>("button")) {}
+          button(add<Image>("button")),
+          box(add<TextBox>("box")) {}
     Timer& a;
     Timer& b;
     ListBox& list;
     Image& pic;
     Image& button;
+    TextBox& box;
+};
+
+// Writes down what the toolkit tells the front end.
+class RecordingFrontEnd : public FrontEnd {
+public:
+    void settled() override {
+        if (heard.empty() || heard.back() != "settled") heard.push_back("settled");
+    }
+    void modalBegins(Window& w) override { heard.push_back("modal " + w.name()); }
+    void broughtToFront(Window& w) override { heard.push_back("front " + w.name()); }
+    void windowGone(Window& w) override { heard.push_back("gone " + w.name()); }
+    void dragWindow(Window& w) override { heard.push_back("drag " + w.name()); }
+    void programEnded() override { heard.push_back("ended"); }
+
+    // Settling again with nothing between is written once.
+    std::vector<std::string> heard;
 };
 
 class ToolkitTest : public ::testing::Test {
@@ -246,6 +264,65 @@ TEST_F(ToolkitTest, HiddenOrDisabledControlsTakeNoInput) {
     EXPECT_TRUE(tk.click(w.button));
     EXPECT_EQ(clicks, 1);
     EXPECT_FALSE(tk.click(win("two").button));  // loaded but never shown
+}
+
+TEST_F(ToolkitTest, TheFrontEndHearsWhatBecomesOfTheWindowsAndWhenToShowThem) {
+    RecordingFrontEnd front;
+    tk.setFrontEnd(&front);
+    TestWindow& field = win("one");
+    TestWindow& message = win("two");
+    for (TestWindow* w : {&field, &message}) {
+        w->Form_Activate = nullptr;
+        w->Form_Unload = nullptr;
+    }
+    front.heard.clear();
+    tk.dispatch([&] { tk.show(field); });
+    loop.modalStep = [&] {
+        front.heard.push_back("waiting");
+        tk.dragWindow(message);
+        tk.dispatch([&] { tk.unload(message); });
+        return true;
+    };
+    tk.dispatch([&] { tk.showModal(message); });
+    tk.dispatch([&] { tk.end(); });
+    // The modal window is to be on the screen before the user can act.
+    EXPECT_EQ(front.heard,
+              (std::vector<std::string>{"front one", "settled", "modal two", "front two", "settled",
+                                        "waiting", "drag two", "gone two", "settled", "ended",
+                                        "settled"}));
+    tk.setFrontEnd(nullptr);
+}
+
+TEST_F(ToolkitTest, WhatTheUserDoesToAWindowOrATextBoxReachesTheModel) {
+    TestWindow& w = win("one");
+    tk.show(w);
+    EXPECT_TRUE(tk.moved(w, 1500, 750));
+    EXPECT_EQ(w.Left, 1500);
+    EXPECT_EQ(w.Top, 750);
+    EXPECT_FALSE(tk.moved(win("two"), 0, 0));  // not on the screen
+
+    w.box.Text = "Zwölf";  // five characters, six bytes
+    EXPECT_TRUE(tk.selected(w.box, 1, 3));
+    EXPECT_EQ(w.box.SelStart, 1);
+    EXPECT_EQ(w.box.SelLength, 3);
+    // Counted in characters and kept within the text.
+    EXPECT_TRUE(tk.selected(w.box, 4, 9));
+    EXPECT_EQ(w.box.SelLength, 1);
+    EXPECT_TRUE(tk.focused(w.box));
+    EXPECT_EQ(w.focus, &w.box);
+
+    // A locked box may be selected in but takes no focus; a hidden one
+    // takes neither.
+    w.focus = nullptr;
+    w.box.Locked = true;
+    EXPECT_TRUE(tk.selected(w.box, 0, 0));
+    EXPECT_FALSE(tk.focused(w.box));
+    w.box.Locked = false;
+    w.box.Visible = false;
+    EXPECT_FALSE(tk.selected(w.box, 2, 0));
+    EXPECT_FALSE(tk.focused(w.box));
+    EXPECT_EQ(w.box.SelStart, 0);
+    EXPECT_EQ(w.focus, nullptr);
 }
 
 }  // namespace

@@ -26,9 +26,9 @@ float Die::draw() {
     return static_cast<float>(bits) / static_cast<float>(1u << 24);
 }
 
-int ZufallsWurf(Die& wuerfel) {
-    if (wuerfel.fixed) return wuerfel.fixed();
-    const float r = wuerfel.drawing ? wuerfel.drawing() : wuerfel.draw();
+int ZufallsWurf(Die& die) {
+    if (die.fixed) return die.fixed();
+    const float r = die.drawing ? die.drawing() : die.draw();
     const int wurf = static_cast<int>(std::floor(static_cast<double>(r) * 6.0)) + 1;
     // A draw just below 1 must not round up to 7.
     return std::clamp(wurf, 1, 6);

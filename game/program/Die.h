@@ -20,6 +20,6 @@ private:
 };
 
 // 1 to 6, all equally likely; never adjusted to the state of the game.
-int ZufallsWurf(Die& wuerfel);
+int ZufallsWurf(Die& die);
 
 }  // namespace zd

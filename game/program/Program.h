@@ -72,7 +72,7 @@ public:
     // tell whether another running copy has saved since; unknown after a
     // failed read.
     std::optional<std::array<std::string, 10>> bestListSeen;
-    Die wuerfel;
+    Die die;
     EventRoutines routines;
 };
 

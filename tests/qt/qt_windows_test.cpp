@@ -10,6 +10,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPointer>
 #include <QDir>
 #include <QFile>
@@ -18,6 +19,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -30,6 +32,7 @@
 #include "ui/qt/QtLoop.h"
 #include "ui/qt/QtPlatform.h"
 #include "ui/qt/QtProgram.h"
+#include "ui/qt/Placement.h"
 #include "ui/qt/WindowWidget.h"
 
 namespace {
@@ -43,7 +46,7 @@ struct Program {
     zd::qt::QtLoop loop;
     zd::qt::QtPlatform platform;
     zd::Program p{loop, platform, 1280 * 15, 1024 * 15};
-    zd::qt::QtFrontEnd frontEnd{p.tk, loop};
+    zd::qt::QtFrontEnd frontEnd{p.tk};
 
     Program() { loop.attach(p.tk); }
 
@@ -194,6 +197,53 @@ TEST(QtWindows, EveryWindowPaintsAtSingleAndDoubleDensity) {
     }
 }
 
+// The regions a widget is painted in, as they come.
+class PaintWatch : public QObject {
+public:
+    explicit PaintWatch(QWidget* widget) { widget->installEventFilter(this); }
+    QRegion painted;
+
+protected:
+    bool eventFilter(QObject*, QEvent* e) override {
+        if (e->type() == QEvent::Paint) painted += static_cast<QPaintEvent*>(e)->region();
+        return false;
+    }
+};
+
+TEST(QtWindows, WhatChangesInTheModelIsRepaintedAndNothingElse) {
+    Program program;
+    zd::ui::FrmSpielfeld& f = program.p.frmSpielfeld();
+    program.show(f);
+    WindowWidget& widget = program.widget(f);
+    PaintWatch watch(widget.clientArea());
+    QCoreApplication::processEvents();
+    const auto repainted = [&](const std::function<void()>& change) {
+        watch.painted = QRegion();
+        program.p.tk.dispatch(change);
+        QCoreApplication::processEvents();
+        return watch.painted;
+    };
+    const auto area = [&](const zd::ui::Control& c) {
+        const zd::qt::Placement place = placementOf(c, widget.clientSize());
+        return QRegion(place.rect & place.clip);
+    };
+
+    EXPECT_TRUE(repainted([] {}).isEmpty());
+    EXPECT_EQ(repainted([&] { f.lblInfo.ForeColor = {255, 0, 0}; }), area(f.lblInfo));
+    // A die on the board panel, seen only as far as the panel shows it.
+    zd::ui::Image& die = f.imgAndrea[0];
+    EXPECT_EQ(repainted([&] { die.picture = program.p.frmBilder().imgWurf[5].picture; }),
+              area(die));
+    // Moved: where it was and where it is now.
+    const QRegion before = area(f.lblGewonnen);
+    const QRegion moved = repainted([&] { f.lblGewonnen.Move(1500, 300); });
+    EXPECT_EQ(moved, before + area(f.lblGewonnen));
+    // A container hidden takes everything in it along.
+    const QRegion panel = area(f.Picture1);
+    EXPECT_EQ(repainted([&] { f.Picture1.Visible = false; }), panel);
+    EXPECT_TRUE(repainted([&] { die.picture = nullptr; }).isEmpty());
+}
+
 TEST(QtInput, AClickOnAControlReachesTheModel) {
     Program program;
     zd::ui::FrmSpielfeld& f = program.p.frmSpielfeld();
@@ -326,7 +376,7 @@ TEST(QtWindows, AWindowUnloadedByTheModelLosesItsWidget) {
 TEST(QtGerman, QtDrawsItsOwnTextsInGerman) {
     // The program assembled as the game assembles itself.
     zd::qt::QtProgram program;
-    zd::qt::QtFrontEnd frontEnd(program.p.tk, program.loop);
+    zd::qt::QtFrontEnd frontEnd(program.p.tk);
     zd::ui::FrmSpielfeld& f = program.p.frmSpielfeld();
     program.p.tk.dispatch([&] { program.p.tk.show(f); });
     WindowWidget* widget = frontEnd.widgetFor(f);
@@ -387,12 +437,12 @@ struct Game {
     ManualLoop loop;
     zd::qt::QtPlatform platform;
     zd::Program p{loop, platform, 1280 * 15, 1024 * 15};
-    zd::qt::QtFrontEnd frontEnd{p.tk, loop};
+    zd::qt::QtFrontEnd frontEnd{p.tk};
 
     Game() {
         qputenv("XDG_DATA_HOME", data.path().toUtf8());
         loop.attach(p.tk);
-        p.wuerfel.fixed = [] { return 6; };
+        p.die.fixed = [] { return 6; };
         zd::bindEventRoutines(p);
         p.tk.dispatch([this] { zd::Main(p); });
     }

@@ -37,6 +37,7 @@
 #include "ui/qt/Guard.h"
 #include "ui/qt/QtFrontEnd.h"
 #include "ui/qt/QtProgram.h"
+#include "ui/qt/Placement.h"
 #include "ui/qt/WindowWidget.h"
 
 namespace {
@@ -80,7 +81,7 @@ public:
           frontEnd_(frontEnd),
           imageDir_(std::move(imageDir)),
           screenshotDir_(std::move(screenshotDir)) {
-        p_.wuerfel.fixed = [this] {
+        p_.die.fixed = [this] {
             if (dice_.empty()) fail(QStringLiteral("the game asked for more dice than planned"));
             const int die = dice_.front();
             dice_.pop_front();
@@ -460,7 +461,7 @@ int main(int argc, char* argv[]) {
         // Assembled as the game assembles itself.
         zd::qt::QtProgram program;
         zd::Program& p = program.p;
-        zd::qt::QtFrontEnd frontEnd(p.tk, program.loop, zd::qt::QtProgram::artCache());
+        zd::qt::QtFrontEnd frontEnd(p.tk, zd::qt::QtProgram::artCache());
         p.tk.dispatch([&p] { zd::Main(p); });
         if (p.tk.ended()) fail(QStringLiteral("the program ended at its start"));
         Shooter shooter(p, frontEnd, imageDir, screenshotDir);

@@ -4,9 +4,10 @@
 
 namespace zd::drive {
 
-class Harness::Clock : public ui::VirtualLoop {
+// What the harness's users learn of the windows: when a modal show begins.
+class Harness::Watch : public ui::FrontEnd {
 public:
-    explicit Clock(Harness& harness) : harness_(harness) {}
+    explicit Watch(Harness& harness) : harness_(harness) {}
     void modalBegins(ui::Window& w) override {
         if (harness_.modalBegins) harness_.modalBegins(w);
     }
@@ -16,17 +17,19 @@ private:
 };
 
 Harness::Harness(const HarnessOptions& options, std::ostream& events)
-    : clock_(std::make_unique<Clock>(*this)),
+    : clock_(std::make_unique<ui::VirtualLoop>()),
+      watch_(std::make_unique<Watch>(*this)),
       platform_(std::make_unique<HeadlessPlatform>(events, options.programDir, options.driveRoot,
                                                    options.soundDevice, options.calls)),
       program_(std::make_unique<Program>(*clock_, *platform_,
                                           options.screenWidthPx * ui::kTwipsPerPixel,
                                           options.screenHeightPx * ui::kTwipsPerPixel)) {
     clock_->attach(program_->tk);
+    program_->tk.setFrontEnd(watch_.get());
     clock_->modalStep = [this] { return answer && answer(); };
     if (options.dice) {
         dice_ = *options.dice;
-        program_->wuerfel.fixed = [this] {
+        program_->die.fixed = [this] {
             if (nextDie_ >= dice_.size()) throw DiceExhausted{};
             return dice_[nextDie_++];
         };
@@ -35,8 +38,6 @@ Harness::Harness(const HarnessOptions& options, std::ostream& events)
 }
 
 Harness::~Harness() = default;
-
-ui::VirtualLoop& Harness::clock() { return *clock_; }
 
 void Harness::start() {
     program_->tk.dispatch([this] { Main(*program_); });

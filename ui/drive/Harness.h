@@ -45,7 +45,7 @@ public:
     void start();
 
     Program& program() { return *program_; }
-    ui::VirtualLoop& clock();
+    ui::VirtualLoop& clock() { return *clock_; }
     HeadlessPlatform& platform() { return *platform_; }
 
     std::function<bool()> answer;
@@ -53,9 +53,10 @@ public:
     std::function<void(ui::Window&)> modalBegins;
 
 private:
-    class Clock;
+    class Watch;
 
-    std::unique_ptr<Clock> clock_;
+    std::unique_ptr<ui::VirtualLoop> clock_;
+    std::unique_ptr<Watch> watch_;
     std::unique_ptr<HeadlessPlatform> platform_;
     std::unique_ptr<Program> program_;
     std::vector<int> dice_;

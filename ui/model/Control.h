@@ -22,6 +22,7 @@ struct Font {
     std::string family = "MS Sans Serif";
     double points = 8.25;
     bool bold = false;
+    friend bool operator==(const Font&, const Font&) = default;
 };
 
 enum class Align { Left, Center, Right };

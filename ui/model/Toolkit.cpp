@@ -109,7 +109,7 @@ void Toolkit::unload(Window& w) {
     }
     unloaded_.push_back(std::move(it->second));
     windows_.erase(it);
-    loop_.windowGone(w);
+    frontEnd_->windowGone(w);
 }
 
 void Toolkit::raise(Window& w) {
@@ -128,7 +128,7 @@ void Toolkit::activate(Window* w) {
 void Toolkit::show(Window& w) {
     w.visible_ = true;
     raise(w);
-    loop_.broughtToFront(w);
+    frontEnd_->broughtToFront(w);
     activate(&w);
 }
 
@@ -142,13 +142,17 @@ void Toolkit::hide(Window& w) {
 void Toolkit::showModal(Window& w) {
     Window* const shown = &w;
     modal_.push_back(shown);
-    loop_.modalBegins(w);
+    frontEnd_->modalBegins(w);
     show(w);
     // Only pointers are compared here: the window may be gone already.
     auto gone = [this, shown] {
         return ended_ || std::find(stacking_.begin(), stacking_.end(), shown) == stacking_.end();
     };
-    if (!gone()) loop_.runModal(gone);
+    if (!gone()) {
+        // The modal window must be on the screen before anything can end it.
+        frontEnd_->settled();
+        loop_.runModal(gone);
+    }
     modal_.erase(std::remove(modal_.begin(), modal_.end(), shown), modal_.end());
     if (ended_) throw ProgramEnded{};
 }
@@ -178,6 +182,7 @@ void Toolkit::dispatch(const std::function<void()>& handler) {
         unloaded_.clear();
         runIdleTasks();
     }
+    frontEnd_->settled();
     loop_.afterEvent();
 }
 
@@ -304,6 +309,28 @@ bool Toolkit::userActivated(Window& w) {
     return true;
 }
 
+bool Toolkit::moved(Window& w, int left, int top) {
+    if (ended_ || !w.visible_) return false;
+    w.Left = left;
+    w.Top = top;
+    return true;
+}
+
+bool Toolkit::selected(TextBox& box, int start, int length) {
+    if (!inputReaches(box)) return false;
+    const int count = characterCount(box.Text);
+    box.SelStart = std::clamp(start, 0, count);
+    box.SelLength = std::clamp(length, 0, count - box.SelStart);
+    return true;
+}
+
+bool Toolkit::focused(TextBox& box) {
+    // A locked box is only read, and shows no caret to type at.
+    if (!inputReaches(box) || box.Locked) return false;
+    box.window().focus = &box;
+    return true;
+}
+
 bool Toolkit::fireDueTimer(std::int64_t now) {
     Timer* timer = timers_.takeDue(now);
     if (!timer) return false;
@@ -317,7 +344,7 @@ bool Toolkit::fireDueTimer(std::int64_t now) {
 
 void Toolkit::end() {
     ended_ = true;
-    loop_.programEnded();
+    frontEnd_->programEnded();
     throw ProgramEnded{};
 }
 

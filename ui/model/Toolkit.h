@@ -10,6 +10,7 @@
 
 #include "ui/model/EventLoop.h"
 #include "ui/model/ProjectInfo.h"
+#include "ui/model/FrontEnd.h"
 #include "ui/model/TimerQueue.h"
 #include "ui/model/Window.h"
 
@@ -84,7 +85,17 @@ public:
     bool type(TextBox& box, const std::string& text);
     // The window system made w the active window (a click on it, say).
     bool userActivated(Window& w);
-    void dragWindow(Window& w) { loop_.dragWindow(w); }
+    // The user or the window system moved w; no event of the program hears it.
+    bool moved(Window& w, int left, int top);
+    // The user put the caret or the selection of box elsewhere (characters).
+    bool selected(TextBox& box, int start, int length);
+    // The user put the focus into box, by a click or the Tab key.
+    bool focused(TextBox& box);
+    void dragWindow(Window& w) { frontEnd_->dragWindow(w); }
+
+    // What shows the windows; none by default. It must outlive the toolkit
+    // or be taken back with nullptr.
+    void setFrontEnd(FrontEnd* frontEnd) { frontEnd_ = frontEnd ? frontEnd : &noFrontEnd_; }
 
     // Time ------------------------------------------------------------
     EventLoop& loop() { return loop_; }
@@ -115,6 +126,8 @@ private:
     void runIdleTasks();
 
     EventLoop& loop_;
+    FrontEnd noFrontEnd_;
+    FrontEnd* frontEnd_ = &noFrontEnd_;
     TimerQueue timers_;
     int screenWidth_;
     int screenHeight_;

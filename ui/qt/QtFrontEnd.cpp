@@ -9,7 +9,6 @@
 #include <QWindow>
 
 #include "ui/qt/Guard.h"
-#include "ui/qt/QtLoop.h"
 #include "ui/qt/WindowWidget.h"
 
 namespace zd::qt {
@@ -46,9 +45,9 @@ private:
 
 }  // namespace
 
-QtFrontEnd::QtFrontEnd(ui::Toolkit& toolkit, QtLoop& loop, QString artDiskCache)
-    : tk_(toolkit), loop_(loop), art_(toolkit.App.Path, std::move(artDiskCache)) {
-    loop_.setFrontEnd(this);
+QtFrontEnd::QtFrontEnd(ui::Toolkit& toolkit, QString artDiskCache)
+    : tk_(toolkit), art_(toolkit.App.Path, std::move(artDiskCache)) {
+    tk_.setFrontEnd(this);
     focusWatch_ = std::make_unique<FocusWatch>(*this);
     QCoreApplication::instance()->installNativeEventFilter(focusWatch_.get());
 }
@@ -57,7 +56,7 @@ QtFrontEnd::~QtFrontEnd() {
     if (QCoreApplication::instance()) {
         QCoreApplication::instance()->removeNativeEventFilter(focusWatch_.get());
     }
-    loop_.setFrontEnd(nullptr);
+    tk_.setFrontEnd(nullptr);
     for (auto& [window, widget] : widgets_) {
         if (widget) {
             widget->detach();
@@ -161,7 +160,7 @@ void QtFrontEnd::syncOnce() {
     }
 }
 
-void QtFrontEnd::bringToFront(ui::Window& w) { toFront_.insert(&w); }
+void QtFrontEnd::broughtToFront(ui::Window& w) { toFront_.insert(&w); }
 
 void QtFrontEnd::modalBegins(ui::Window& w) {
     modal_.insert(&w);

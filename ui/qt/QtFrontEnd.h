@@ -16,17 +16,16 @@
 
 namespace zd::qt {
 
-class QtLoop;
 class WindowWidget;
 
 // Shows the toolkit's windows as Qt widgets: one top-level widget for every
 // model window that is loaded and visible, brought in line with the model
 // after every event, and the real input of the user fed back into it.
-class QtFrontEnd {
+class QtFrontEnd : public ui::FrontEnd {
 public:
     // Rendered art is kept in `artDiskCache` between runs, when given.
-    QtFrontEnd(ui::Toolkit& toolkit, QtLoop& loop, QString artDiskCache = {});
-    ~QtFrontEnd();
+    explicit QtFrontEnd(ui::Toolkit& toolkit, QString artDiskCache = {});
+    ~QtFrontEnd() override;
     QtFrontEnd(const QtFrontEnd&) = delete;
     QtFrontEnd& operator=(const QtFrontEnd&) = delete;
 
@@ -37,18 +36,18 @@ public:
     void sync();
     WindowWidget* widgetFor(const ui::Window& w) const;
 
-    // From the event loop.
-    void modalBegins(ui::Window& w);
+    // From the toolkit.
+    void settled() override { sync(); }
+    void modalBegins(ui::Window& w) override;
     // Shown again: restored if the window system minimised it, and raised.
-    void bringToFront(ui::Window& w);
-    void windowGone(ui::Window& w);
-    void dragWindow(ui::Window& w);
-    void programEnded();
+    void broughtToFront(ui::Window& w) override;
+    void windowGone(ui::Window& w) override;
+    void dragWindow(ui::Window& w) override;
+    void programEnded() override;
 
     // From the widgets.
     void activatedBySystem();
     const QCursor& handCursor(qreal dpr);
-    bool isModal(const ui::Window& w) const { return modal_.count(&w) > 0; }
 
 private:
     void syncOnce();
@@ -56,7 +55,6 @@ private:
     void dropWidget(const ui::Window* w);
 
     ui::Toolkit& tk_;
-    QtLoop& loop_;
     ArtCache art_;
     std::map<const ui::Window*, QPointer<WindowWidget>> widgets_;
     std::set<const ui::Window*> modal_;

@@ -7,7 +7,6 @@
 #include <QThread>
 
 #include "ui/model/Toolkit.h"
-#include "ui/qt/QtFrontEnd.h"
 
 namespace zd::qt {
 
@@ -54,8 +53,6 @@ void QtLoop::fire() {
 }
 
 void QtLoop::runModal(const std::function<bool()>& finished) {
-    // The modal window must be on the screen before anything can end it.
-    if (frontEnd_) frontEnd_->sync();
     if (finished()) return;
     QEventLoop loop;
     nested_.push_back({&loop, &finished});
@@ -66,36 +63,17 @@ void QtLoop::runModal(const std::function<bool()>& finished) {
 }
 
 void QtLoop::afterEvent() {
-    if (frontEnd_) frontEnd_->sync();
-    // An outer loop that is finished returns as soon as the inner ones have.
+    if (toolkit_ && toolkit_->ended()) {
+        timer_.stop();
+        // Before the main loop runs there is nothing to leave; exiting then
+        // would make the next loop of this thread return at once.
+        if (QThread::currentThread()->loopLevel() > 0) QCoreApplication::exit(0);
+    }
+    // An outer loop that is finished returns as soon as the inner ones have;
+    // at the program's end they all are.
     for (const Nested& n : nested_) {
         if ((*n.finished)()) n.loop->exit(0);
     }
-}
-
-void QtLoop::modalBegins(ui::Window& w) {
-    if (frontEnd_) frontEnd_->modalBegins(w);
-}
-
-void QtLoop::broughtToFront(ui::Window& w) {
-    if (frontEnd_) frontEnd_->bringToFront(w);
-}
-
-void QtLoop::windowGone(ui::Window& w) {
-    if (frontEnd_) frontEnd_->windowGone(w);
-}
-
-void QtLoop::dragWindow(ui::Window& w) {
-    if (frontEnd_) frontEnd_->dragWindow(w);
-}
-
-void QtLoop::programEnded() {
-    timer_.stop();
-    for (const Nested& n : nested_) n.loop->exit(0);
-    if (frontEnd_) frontEnd_->programEnded();
-    // Before the main loop runs there is nothing to leave; exiting then
-    // would make the next loop of this thread return at once.
-    if (QThread::currentThread()->loopLevel() > 0) QCoreApplication::exit(0);
 }
 
 }  // namespace zd::qt

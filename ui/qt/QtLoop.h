@@ -17,8 +17,6 @@ class Toolkit;
 
 namespace zd::qt {
 
-class QtFrontEnd;
-
 // Real time and Qt's event loop for the toolkit: one precise timer armed for
 // the earliest due toolkit timer, and a nested Qt event loop for every modal
 // show that is waiting.
@@ -30,17 +28,11 @@ public:
     QtLoop& operator=(const QtLoop&) = delete;
 
     void attach(ui::Toolkit& toolkit);
-    void setFrontEnd(QtFrontEnd* frontEnd) { frontEnd_ = frontEnd; }
 
     std::int64_t now() const override;
     void timersChanged() override;
     void runModal(const std::function<bool()>& finished) override;
     void afterEvent() override;
-    void modalBegins(ui::Window& w) override;
-    void broughtToFront(ui::Window& w) override;
-    void windowGone(ui::Window& w) override;
-    void dragWindow(ui::Window& w) override;
-    void programEnded() override;
 
     // Modal shows waiting in nested loops, innermost last.
     int nestedDepth() const { return static_cast<int>(nested_.size()); }
@@ -58,7 +50,6 @@ private:
     void arm();
 
     ui::Toolkit* toolkit_ = nullptr;
-    QtFrontEnd* frontEnd_ = nullptr;
     QElapsedTimer clock_;
     QTimer timer_;
     std::vector<Nested> nested_;

@@ -17,7 +17,7 @@ int main(int argc, char* argv[]) {
     int result = 0;
     zd::qt::guarded([&] {
         zd::qt::QtProgram program;
-        zd::qt::QtFrontEnd frontEnd(program.p.tk, program.loop, zd::qt::QtProgram::artCache());
+        zd::qt::QtFrontEnd frontEnd(program.p.tk, zd::qt::QtProgram::artCache());
         // The start may already end the program, in a message at start-up.
         program.p.tk.dispatch([&program] { zd::Main(program.p); });
         if (!program.p.tk.ended()) result = QApplication::exec();
