@@ -21,6 +21,8 @@
 #include <cstdlib>
 #include <functional>
 #include <memory>
+#include <functional>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -29,6 +31,7 @@
 #include "game/Start.h"
 #include "ui/qt/ArtCache.h"
 #include "ui/qt/QtFrontEnd.h"
+#include "ui/drive/Harness.h"
 #include "ui/qt/QtLoop.h"
 #include "ui/qt/QtPlatform.h"
 #include "ui/qt/QtProgram.h"
@@ -411,40 +414,28 @@ TEST(QtInstalled, TheDataFolderIsFoundInstalledAndBesideABuiltProgram) {
     EXPECT_EQ(zd::qt::dataFolderOf(programs), data);
 }
 
-// Qt's event loop with a clock that moves only when the test says so.
-class ManualLoop : public zd::qt::QtLoop {
-public:
-    std::int64_t now() const override { return now_; }
-    // Every timer due within `ms`, in time order, as a real clock would.
-    void advance(std::int64_t ms, zd::ui::Toolkit& tk) {
-        const std::int64_t end = now_ + ms;
-        while (auto due = tk.timers().nextDue()) {
-            if (*due > end || tk.ended()) break;
-            now_ = std::max(now_, *due);
-            fire();
-        }
-        now_ = end;
-    }
+zd::drive::HarnessOptions gameOptions(const QTemporaryDir& data) {
+    zd::drive::HarnessOptions options;
+    options.programDir = ZD_PROGRAM_DIR;
+    options.driveRoot = data.path().toStdString();
+    options.screenWidthPx = 1280;
+    options.screenHeightPx = 1024;
+    return options;
+}
 
-private:
-    std::int64_t now_ = 0;
-};
-
-// The whole game in the real layer: real mouse events on the drawn
-// controls, the game's own routines, a fixed die.
+// The whole game in the real layer on a clock that moves only when the test
+// says so: real mouse events on the drawn controls, the game's own
+// routines, a fixed die. A modal window waiting for input asks `answer`.
 struct Game {
     QTemporaryDir data;
-    ManualLoop loop;
-    zd::qt::QtPlatform platform;
-    zd::Program p{loop, platform, 1280 * 15, 1024 * 15};
+    std::ostringstream events;
+    zd::drive::Harness harness{gameOptions(data), events};
+    zd::Program& p = harness.program();
     zd::qt::QtFrontEnd frontEnd{p.tk};
 
     Game() {
-        qputenv("XDG_DATA_HOME", data.path().toUtf8());
-        loop.attach(p.tk);
         p.die.fixed = [] { return 6; };
-        zd::bindEventRoutines(p);
-        p.tk.dispatch([this] { zd::Main(p); });
+        harness.start();
     }
     // A press and release at the middle of where the control is drawn.
     void click(const zd::ui::Control& c) {
@@ -453,7 +444,14 @@ struct Game {
         sendMouse(widget->clientArea(), QEvent::MouseButtonPress, centre(*widget, c));
         sendMouse(widget->clientArea(), QEvent::MouseButtonRelease, centre(*widget, c));
     }
-    void wait(std::int64_t ms) { loop.advance(ms, p.tk); }
+    // The next modal window is answered by a click on `c` of it.
+    void answerWith(const std::function<zd::ui::Control&()>& c) {
+        harness.answer = [this, c] {
+            click(c());
+            return true;
+        };
+    }
+    void wait(std::int64_t ms) { harness.clock().FastForwardBy(ms); }
 };
 
 TEST(QtGame, ARoundAndTheNextLevelPlayedWithTheMouse) {
@@ -480,7 +478,7 @@ TEST(QtGame, ARoundAndTheNextLevelPlayedWithTheMouse) {
     ASSERT_TRUE(f.imgNaechsterLevel.Visible);
 
     // The Beenden question, answered Nein with the mouse inside its own loop.
-    QTimer::singleShot(0, [&] { game.click(p.frmMsgJa().lblNein); });
+    game.answerWith([&]() -> zd::ui::Control& { return p.frmMsgJa().lblNein; });
     game.click(f.imgEnde);
     EXPECT_EQ(p.g.MsgAntwort, 2);
     EXPECT_EQ(p.tk.loaded("frmMsgJa"), nullptr);
@@ -500,10 +498,8 @@ TEST(QtGame, HilfeAndInfoLookPressedUnderAnyButtonButOnlyTheLeftOneClicks) {
     WindowWidget* widget = game.frontEnd.widgetFor(f);
     ASSERT_NE(widget, nullptr);
     QWidget* client = widget->clientArea();
-    // Should a click open the information after all, this closes it again.
-    QTimer::singleShot(5000, [&] {
-        if (zd::ui::Window* msg = p.tk.loaded("frmMsgOk")) p.tk.close(*msg);
-    });
+    // Should a click open the information after all, it is closed again.
+    game.answerWith([&]() -> zd::ui::Control& { return p.frmMsgOk().lblOk; });
 
     for (Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton}) {
         SCOPED_TRACE(button);
@@ -579,10 +575,12 @@ TEST(QtGame, SoundWithNoDeviceOrNoFileNeitherBlocksNorFails) {
     zd::Program& p = game.p;
     // Whatever the machine has, asking for a sound returns at once and the
     // message still comes; with no device there is simply nothing to hear.
-    QTimer::singleShot(0, [&] { game.click(p.frmMsgJa().lblNein); });
+    zd::qt::QtPlatform platform;
+    game.answerWith([&]() -> zd::ui::Control& { return p.frmMsgJa().lblNein; });
     game.click(p.frmSpielfeld().imgEnde);
-    game.platform.playWave(p.tk.App.Path + "/no-such.wav");
-    game.platform.playWave(p.tk.App.Path + "/bilder.svg");
+    platform.playWave(p.tk.App.Path + "/START.WAV");
+    platform.playWave(p.tk.App.Path + "/no-such.wav");
+    platform.playWave(p.tk.App.Path + "/bilder.svg");
     EXPECT_EQ(p.g.MsgAntwort, 2);
     EXPECT_FALSE(p.tk.ended());
 }
