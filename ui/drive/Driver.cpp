@@ -64,9 +64,10 @@ private:
 
 Driver::Driver(const Options& options, std::istream& script, std::ostream& out, std::ostream& err)
     : script_(script), out_(out), err_(err), loop_(std::make_unique<Loop>(out)) {
-    platform_ = std::make_unique<HeadlessPlatform>(out, options.programDir,
-                                                   options.driveRoot.value_or(""),
-                                                   options.soundDevice);
+    platform_ = std::make_unique<HeadlessPlatform>(
+        out, options.programDir,
+        options.systemDrive ? std::nullopt : std::optional(options.driveRoot.value_or("")),
+        options.soundDevice);
     // 1024 x 768 pixels.
     program_ = std::make_unique<Programm>(*loop_, *platform_, 1024 * ui::kTwipsPerPixel,
                                           768 * ui::kTwipsPerPixel);

@@ -17,6 +17,7 @@ namespace zd::drive {
 struct Options {
     std::string programDir;
     std::optional<std::string> driveRoot;  // empty string: no drive
+    bool systemDrive = false;              // the system's own, instead of driveRoot
     bool soundDevice = true;
     std::optional<std::vector<int>> dice;
 };

@@ -4,9 +4,12 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <optional>
+#include <random>
 #include <sstream>
 #include <string>
 
+#include "system/Process.h"
 #include "ui/drive/Driver.h"
 
 namespace {
@@ -14,17 +17,26 @@ namespace {
 namespace fs = std::filesystem;
 
 int usage() {
-    std::cerr << "usage: zifferndach-drive [--program-dir DIR] [--drive-root DIR | --no-drive]\n"
+    std::cerr << "usage: zifferndach-drive [--program-dir DIR]\n"
+                 "                         [--drive-root DIR | --no-drive | --system]\n"
                  "                         [--no-sound-device] [--dice \"N N ...\"] [SCRIPT]\n";
     return 2;
 }
 
-// A drive root of our own, removed again at exit.
+// A drive root of our own, for this user only, removed again at exit.
 class TemporaryRoot {
 public:
     TemporaryRoot() {
-        std::string pattern = (fs::temp_directory_path() / "zifferndach-XXXXXX").string();
-        if (mkdtemp(pattern.data())) path_ = pattern;
+        std::error_code ec;
+        const fs::path temporary = fs::temp_directory_path(ec);
+        std::random_device seed;
+        for (int attempt = 0; attempt < 100 && !ec && path_.empty(); ++attempt) {
+            const fs::path candidate = temporary / ("zifferndach-" + std::to_string(seed()));
+            if (fs::create_directory(candidate, ec)) {
+                fs::permissions(candidate, fs::perms::owner_all, ec);
+                path_ = candidate.string();
+            }
+        }
     }
     ~TemporaryRoot() {
         std::error_code ignored;
@@ -41,9 +53,9 @@ private:
 }  // namespace
 
 int main(int argc, char** argv) {
+    zd::sys::binaryStandardStreams();
     zd::drive::Options options;
-    std::error_code ec;
-    options.programDir = fs::canonical("/proc/self/exe", ec).parent_path().string();
+    options.programDir = zd::sys::ownProgramFolder();
     bool noDrive = false;
     std::string scriptPath;
     for (int i = 1; i < argc; ++i) {
@@ -58,6 +70,8 @@ int main(int argc, char** argv) {
             options.driveRoot = value();
         } else if (arg == "--no-drive") {
             noDrive = true;
+        } else if (arg == "--system") {
+            options.systemDrive = true;
         } else if (arg == "--no-sound-device") {
             options.soundDevice = false;
         } else if (arg == "--dice") {
@@ -80,13 +94,15 @@ int main(int argc, char** argv) {
             return usage();
         }
     }
-    if (noDrive && options.driveRoot) return usage();
+    if ((noDrive ? 1 : 0) + (options.driveRoot ? 1 : 0) + (options.systemDrive ? 1 : 0) > 1) {
+        return usage();
+    }
 
-    TemporaryRoot temporary;
+    std::optional<TemporaryRoot> temporary;
     if (noDrive) {
         options.driveRoot = "";
-    } else if (!options.driveRoot) {
-        options.driveRoot = temporary.path();
+    } else if (!options.driveRoot && !options.systemDrive) {
+        options.driveRoot = temporary.emplace().path();
     }
 
     std::ifstream file;
