@@ -17,9 +17,10 @@ std::string freshFolder(const std::string& name) {
     return folder.string();
 }
 
-Spielerbot::Spielerbot(const std::string& driveRoot, sys::FileCalls* calls) {
-    platform_ =
-        std::make_unique<drive::HeadlessPlatform>(events_, ZD_PROGRAM_DIR, driveRoot, true, calls);
+Spielerbot::Spielerbot(std::optional<std::string> driveRoot, sys::FileCalls* calls,
+                       const std::string& programFolder) {
+    platform_ = std::make_unique<drive::HeadlessPlatform>(events_, programFolder,
+                                                          std::move(driveRoot), true, calls);
     program_ = std::make_unique<Programm>(loop_, *platform_, 15360, 11520);
     loop_.attach(program_->tk);
     loop_.modalStep = [this] { return answer(); };

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -22,8 +23,10 @@ std::string freshFolder(const std::string& name);
 // has been evaluated, before anything else happens.
 class Spielerbot {
 public:
-    // Files go through `calls` when given.
-    explicit Spielerbot(const std::string& driveRoot, sys::FileCalls* calls = nullptr);
+    // Files go through `calls` when given; no `driveRoot` is the system's
+    // own, as with the driver's --system.
+    explicit Spielerbot(std::optional<std::string> driveRoot, sys::FileCalls* calls = nullptr,
+                        const std::string& programFolder = ZD_PROGRAM_DIR);
     ~Spielerbot();
 
     // Plays until `rounds` rounds have ended or the program has ended.
