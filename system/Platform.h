@@ -2,10 +2,7 @@
 
 #include <memory>
 #include <optional>
-#include <random>
 #include <string>
-
-#include "system/FileCalls.h"
 
 namespace zd::sys {
 
@@ -19,7 +16,8 @@ public:
 };
 
 // The one place that knows the operating system: where data may be kept,
-// the program's own folder, sound output, documents and files.
+// the program's own folder, sound output, documents and files. A failure
+// number (`error`) is a C errno value on every system.
 class Platform {
 public:
     virtual ~Platform() = default;
@@ -57,34 +55,6 @@ public:
     // Waits a little for an exclusive lock on the file `path`, made if it
     // is missing; nothing, with `error`, when it cannot be had.
     virtual std::unique_ptr<FileLock> lockFile(const std::string& path, int& error) = 0;
-};
-
-// Files on the local disk through the system's own calls; the platforms of
-// the game and of the headless driver share it.
-class LocalFiles : public Platform {
-public:
-    // Goes through `calls` when given instead of the system itself: a
-    // test's hook for counting calls and making them fail.
-    explicit LocalFiles(FileCalls* calls = nullptr);
-    LocalFiles(const LocalFiles&) = delete;
-    LocalFiles& operator=(const LocalFiles&) = delete;
-
-    PathState pathState(const std::string& path) override;
-    bool createFolder(const std::string& path) override;
-    bool deleteFile(const std::string& path) override;
-    std::optional<std::string> readLines(const std::string& path, int lines, int& error) override;
-    bool replaceFile(const std::string& path, const std::string& bytes, int& error) override;
-    std::unique_ptr<FileLock> lockFile(const std::string& path, int& error) override;
-
-private:
-    std::string temporaryName(const std::string& path);
-    void removeLeftovers(const std::string& path);
-    bool writeAll(int fd, const std::string& bytes);
-    bool syncFolderOf(const std::string& path);
-
-    FileCalls system_;
-    FileCalls* calls_;
-    std::minstd_rand names_;
 };
 
 }  // namespace zd::sys

@@ -19,18 +19,20 @@ std::string freshFolder(const std::string& name) {
 
 namespace {
 
-drive::HarnessOptions withDriveRoot(const std::string& driveRoot, sys::FileCalls* calls) {
+drive::HarnessOptions botOptions(std::optional<std::string> driveRoot, sys::FileCalls* calls,
+                                 const std::string& programFolder) {
     drive::HarnessOptions options;
-    options.programDir = ZD_PROGRAM_DIR;
-    options.driveRoot = driveRoot;
+    options.programDir = programFolder;
+    options.driveRoot = std::move(driveRoot);
     options.calls = calls;
     return options;
 }
 
 }  // namespace
 
-PlayerBot::PlayerBot(const std::string& driveRoot, sys::FileCalls* calls)
-    : harness_(withDriveRoot(driveRoot, calls), events_) {
+PlayerBot::PlayerBot(std::optional<std::string> driveRoot, sys::FileCalls* calls,
+                     const std::string& programFolder)
+    : harness_(botOptions(std::move(driveRoot), calls, programFolder), events_) {
     harness_.answer = [this] { return answer(); };
     harness_.start();
 }

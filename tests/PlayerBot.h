@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -20,8 +21,10 @@ std::string freshFolder(const std::string& name);
 // has been evaluated, before anything else happens.
 class PlayerBot {
 public:
-    // Files go through `calls` when given.
-    explicit PlayerBot(const std::string& driveRoot, sys::FileCalls* calls = nullptr);
+    // Files go through `calls` when given; no `driveRoot` is the system's
+    // own, as with the driver's --system.
+    explicit PlayerBot(std::optional<std::string> driveRoot, sys::FileCalls* calls = nullptr,
+                       const std::string& programFolder = ZD_PROGRAM_DIR);
     ~PlayerBot();
 
     // Plays until `rounds` rounds have ended or the program has ended.

@@ -3,10 +3,11 @@
 # saves: whichever saves second puts its entry into the list the first one
 # saved, so no entry is lost; an entry that no longer reaches a place is
 # refused with the no-place message.
-#   two_copies.sh DRIVE WORK
+#   two_copies.sh WORK DRIVE...   (DRIVE may be more than one word: an
+#                                  emulator before the program)
 set -euo pipefail
-drive=$1
-work=$2
+work=$1
+drive=("${@:2}")
 dice="6 1 1 1 6 1 1 1 6 1 1 1"
 list_file="$work/wuerfelhof/zifdach.txt"
 crlf=$'\r\n'
@@ -20,7 +21,7 @@ fail() {
 # $2 and its output comes from fd $3.
 start_copy() {
   mkfifo "$work/$1.in" "$work/$1.out"
-  "$drive" --drive-root "$work" --dice "$dice" <"$work/$1.in" >"$work/$1.out" &
+  "${drive[@]}" --drive-root "$work" --dice "$dice" <"$work/$1.in" >"$work/$1.out" &
   eval "exec $2>\"$work/$1.in\" $3<\"$work/$1.out\""
 }
 

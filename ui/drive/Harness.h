@@ -16,7 +16,9 @@ namespace zd::drive {
 
 struct HarnessOptions {
     std::string programDir;
-    std::string driveRoot;  // empty: the system folder's drive cannot be found
+    // What stands for the root of the system folder's drive: empty when it
+    // cannot be found, nothing for the system's own.
+    std::optional<std::string> driveRoot = std::string();
     bool soundDevice = true;
     // Each throw takes the next number; without them the real die is used.
     std::optional<std::vector<int>> dice;

@@ -7,13 +7,17 @@
 namespace zd::drive {
 
 HeadlessPlatform::HeadlessPlatform(std::ostream& out, std::string programFolder,
-                                   std::string driveRoot, bool soundDevice,
+                                   std::optional<std::string> driveRoot, bool soundDevice,
                                    sys::FileCalls* calls)
     : LocalFiles(calls),
       out_(out),
       programFolder_(std::move(programFolder)),
       driveRoot_(std::move(driveRoot)),
       soundDevice_(soundDevice) {}
+
+std::string HeadlessPlatform::systemDriveRoot() {
+    return driveRoot_ ? *driveRoot_ : LocalFiles::systemDriveRoot();
+}
 
 void HeadlessPlatform::playWave(const std::string& path) {
     // A folder or an empty file has nothing to play: silent, as in the game.

@@ -5,9 +5,12 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <optional>
+#include <random>
 #include <sstream>
 #include <string>
 
+#include "system/Process.h"
 #include "ui/drive/Driver.h"
 
 namespace {
@@ -15,17 +18,26 @@ namespace {
 namespace fs = std::filesystem;
 
 int usage() {
-    std::cerr << "usage: zifferndach-drive [--program-dir DIR] [--drive-root DIR | --no-drive]\n"
+    std::cerr << "usage: zifferndach-drive [--program-dir DIR]\n"
+                 "                         [--drive-root DIR | --no-drive | --system]\n"
                  "                         [--no-sound-device] [--dice \"N N ...\"] [SCRIPT]\n";
     return 2;
 }
 
-// A drive root of our own, removed again at exit.
+// A drive root of our own, for this user only, removed again at exit.
 class TemporaryRoot {
 public:
     TemporaryRoot() {
-        std::string pattern = (fs::temp_directory_path() / "zifferndach-XXXXXX").string();
-        if (mkdtemp(pattern.data())) path_ = pattern;
+        std::error_code ec;
+        const fs::path temporary = fs::temp_directory_path(ec);
+        std::random_device seed;
+        for (int attempt = 0; attempt < 100 && !ec && path_.empty(); ++attempt) {
+            const fs::path candidate = temporary / ("zifferndach-" + std::to_string(seed()));
+            if (fs::create_directory(candidate, ec)) {
+                fs::permissions(candidate, fs::perms::owner_all, ec);
+                path_ = candidate.string();
+            }
+        }
     }
     ~TemporaryRoot() {
         std::error_code ignored;
@@ -42,10 +54,11 @@ private:
 }  // namespace
 
 int main(int argc, char** argv) {
+    zd::sys::binaryStandardStreams();
     zd::drive::HarnessOptions options;
-    std::error_code ec;
-    options.programDir = fs::canonical("/proc/self/exe", ec).parent_path().string();
+    options.programDir = zd::sys::ownProgramFolder();
     bool noDrive = false;
+    bool systemDrive = false;
     std::optional<std::string> driveRoot;
     std::string scriptPath;
     for (int i = 1; i < argc; ++i) {
@@ -60,6 +73,8 @@ int main(int argc, char** argv) {
             driveRoot = value();
         } else if (arg == "--no-drive") {
             noDrive = true;
+        } else if (arg == "--system") {
+            systemDrive = true;
         } else if (arg == "--no-sound-device") {
             options.soundDevice = false;
         } else if (arg == "--dice") {
@@ -82,10 +97,16 @@ int main(int argc, char** argv) {
             return usage();
         }
     }
-    if (noDrive && driveRoot) return usage();
+    if ((noDrive ? 1 : 0) + (driveRoot ? 1 : 0) + (systemDrive ? 1 : 0) > 1) return usage();
 
-    TemporaryRoot temporary;
-    if (!noDrive) options.driveRoot = driveRoot.value_or(temporary.path());
+    std::optional<TemporaryRoot> temporary;
+    if (noDrive) {
+        options.driveRoot = std::string();
+    } else if (systemDrive) {
+        options.driveRoot = std::nullopt;  // the system's own
+    } else {
+        options.driveRoot = driveRoot ? *driveRoot : temporary.emplace().path();
+    }
 
     std::ifstream file;
     if (!scriptPath.empty() && scriptPath != "-") {

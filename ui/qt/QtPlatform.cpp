@@ -7,7 +7,6 @@
 #include <QFileInfo>
 #include <QMediaDevices>
 #include <QSoundEffect>
-#include <QStandardPaths>
 #include <QUrl>
 
 namespace zd::qt {
@@ -27,21 +26,6 @@ QString dataFolderOf(const QString& programFolder) {
 QtPlatform::QtPlatform() = default;
 
 QtPlatform::~QtPlatform() = default;
-
-std::string QtPlatform::systemDriveRoot() {
-#ifdef Q_OS_WIN
-    // "C:\Windows" gives "C:".
-    const QString systemRoot = qEnvironmentVariable("SystemRoot");
-    if (systemRoot.size() >= 2 && systemRoot.at(1) == QLatin1Char(':')) {
-        return systemRoot.left(2).toStdString();
-    }
-    return {};
-#else
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
-    if (folder.isEmpty() || !QDir().mkpath(folder)) return {};
-    return QDir::toNativeSeparators(folder).toStdString();
-#endif
-}
 
 std::string QtPlatform::programFolder() {
     return QDir::toNativeSeparators(dataFolderOf(QCoreApplication::applicationDirPath()))

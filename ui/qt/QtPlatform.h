@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "system/Platform.h"
+#include "system/LocalFiles.h"
 
 class QSoundEffect;
 class QString;
@@ -17,9 +17,10 @@ namespace zd::qt {
 // the program's own folder, as in a build.
 QString dataFolderOf(const QString& programFolder);
 
-// The platform of the real program: Qt's idea of data folders, the folder
-// of the program's files, Qt Multimedia for sound and the desktop for
-// documents.
+// The platform of the real program where the system itself offers no
+// sound and no document viewer: the system's data folder and files, the
+// folder of the program's files, Qt Multimedia for sound and the desktop
+// for documents.
 class QtPlatform : public sys::LocalFiles {
 public:
     QtPlatform();
@@ -27,7 +28,6 @@ public:
     QtPlatform(const QtPlatform&) = delete;
     QtPlatform& operator=(const QtPlatform&) = delete;
 
-    std::string systemDriveRoot() override;
     std::string programFolder() override;
     int waveOutputCount() override;
     void playWave(const std::string& path) override;

@@ -6,6 +6,7 @@
 #include <QStandardPaths>
 
 #include "game/Start.h"
+#include "ui/qt/DesktopPlatform.h"
 #include "ui/qt/QtGerman.h"
 
 namespace zd::qt {
@@ -20,7 +21,8 @@ QSize screenSize() {
 }  // namespace
 
 QtProgram::QtProgram()
-    : p(loop, platform, screenSize().width() * ui::kTwipsPerPixel,
+    : platform(desktopPlatform()),
+      p(loop, *platform, screenSize().width() * ui::kTwipsPerPixel,
         screenSize().height() * ui::kTwipsPerPixel) {
     speakGerman(*QCoreApplication::instance());
     loop.attach(p.tk);

@@ -2,9 +2,11 @@
 
 #include <QString>
 
+#include <memory>
+
 #include "game/program/Program.h"
+#include "system/Platform.h"
 #include "ui/qt/QtLoop.h"
-#include "ui/qt/QtPlatform.h"
 
 namespace zd::qt {
 
@@ -21,7 +23,7 @@ public:
     static QString artCache();
 
     QtLoop loop;
-    QtPlatform platform;
+    std::unique_ptr<sys::Platform> platform;
     Program p;
 };
 

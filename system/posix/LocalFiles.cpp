@@ -1,27 +1,23 @@
+#include "system/LocalFiles.h"
+
 #include <fcntl.h>
 #include <sys/file.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <system_error>
 #include <thread>
 
-#include "system/Platform.h"
+#include "system/FileRules.h"
+#include "system/posix/FileCalls.h"
 
 namespace zd::sys {
 
 namespace fs = std::filesystem;
 
 namespace {
-
-// How long a save waits for another running copy of the game to finish its
-// own; saving takes milliseconds, so this is only reached by a hung copy.
-constexpr auto kLockPatience = std::chrono::seconds(5);
-constexpr auto kLockPoll = std::chrono::milliseconds(10);
-
-constexpr const char* kTemporaryMark = ".~";
 
 class HeldLock : public FileLock {
 public:
@@ -35,10 +31,60 @@ private:
     int fd_;
 };
 
+bool writeAll(FileCalls& calls, int fd, const std::string& bytes) {
+    std::size_t done = 0;
+    while (done < bytes.size()) {
+        const ssize_t n = calls.write(fd, bytes.data() + done, bytes.size() - done);
+        if (n < 0 && errno == EINTR) continue;
+        if (n <= 0) {
+            if (n == 0) errno = EIO;
+            return false;
+        }
+        done += static_cast<std::size_t>(n);
+    }
+    return true;
+}
+
+bool syncFolderOf(FileCalls& calls, const std::string& path) {
+    fs::path folder = fs::path(path).parent_path();
+    if (folder.empty()) folder = ".";
+    const int fd = calls.open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0);
+    if (fd < 0) return false;
+    // Some file systems cannot flush a folder and say so with EINVAL; the
+    // rename is then as safe as they can make it.
+    const bool synced = calls.fsync(fd) == 0 || errno == EINVAL;
+    const int syncErrno = errno;
+    calls.close(fd);
+    errno = syncErrno;
+    return synced;
+}
+
+// XDG_DATA_HOME counts only as an absolute path, as the XDG rules say.
+fs::path userDataFolder() {
+    const char* dataHome = std::getenv("XDG_DATA_HOME");
+    if (dataHome && fs::path(dataHome).is_absolute()) return dataHome;
+    const char* home = std::getenv("HOME");
+    if (home && *home) return fs::path(home) / ".local" / "share";
+    return {};
+}
+
 }  // namespace
 
 LocalFiles::LocalFiles(FileCalls* calls)
-    : calls_(calls ? calls : &system_), names_(std::random_device{}()) {}
+    : system_(std::make_unique<FileCalls>()),
+      calls_(calls ? calls : system_.get()),
+      names_(std::random_device{}()) {}
+
+LocalFiles::~LocalFiles() = default;
+
+std::string LocalFiles::systemDriveRoot() {
+    const fs::path folder = userDataFolder();
+    std::error_code ec;
+    if (folder.empty() || (!fs::create_directories(folder, ec) && !fs::is_directory(folder, ec))) {
+        return {};
+    }
+    return folder.string();
+}
 
 PathState LocalFiles::pathState(const std::string& path) {
     std::error_code ec;
@@ -71,10 +117,9 @@ std::optional<std::string> LocalFiles::readLines(const std::string& path, int li
         return std::nullopt;
     }
     std::string bytes;
-    int ends = 0;
-    bool afterCr = false;
+    rules::LineEnds ends(lines);
     char buffer[16384];
-    while (ends < lines) {
+    while (!ends.complete()) {
         const ssize_t got = calls_->read(fd, buffer, sizeof buffer);
         if (got < 0 && errno == EINTR) continue;
         if (got < 0) {
@@ -83,81 +128,20 @@ std::optional<std::string> LocalFiles::readLines(const std::string& path, int li
             return std::nullopt;
         }
         if (got == 0) break;
-        std::size_t keep = static_cast<std::size_t>(got);
-        for (std::size_t i = 0; i < static_cast<std::size_t>(got); ++i) {
-            const char c = buffer[i];
-            const bool secondHalfOfCrLf = c == '\n' && afterCr;
-            afterCr = c == '\r';
-            if ((c == '\r' || c == '\n') && !secondHalfOfCrLf && ++ends == lines) {
-                keep = i + 1;
-                break;
-            }
-        }
-        bytes.append(buffer, keep);
+        bytes.append(buffer, ends.take(buffer, static_cast<std::size_t>(got)));
     }
     calls_->close(fd);
     return bytes;
 }
 
-bool LocalFiles::writeAll(int fd, const std::string& bytes) {
-    std::size_t done = 0;
-    while (done < bytes.size()) {
-        const ssize_t n = calls_->write(fd, bytes.data() + done, bytes.size() - done);
-        if (n < 0 && errno == EINTR) continue;
-        if (n <= 0) {
-            if (n == 0) errno = EIO;
-            return false;
-        }
-        done += static_cast<std::size_t>(n);
-    }
-    return true;
-}
-
-bool LocalFiles::syncFolderOf(const std::string& path) {
-    fs::path folder = fs::path(path).parent_path();
-    if (folder.empty()) folder = ".";
-    const int fd = calls_->open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0);
-    if (fd < 0) return false;
-    // Some file systems cannot flush a folder and say so with EINVAL; the
-    // rename is then as safe as they can make it.
-    const bool synced = calls_->fsync(fd) == 0 || errno == EINVAL;
-    const int syncErrno = errno;
-    calls_->close(fd);
-    errno = syncErrno;
-    return synced;
-}
-
-// The new file of a replace is named after the old one, with ".~" and six
-// digits; nothing else is ever named so.
-std::string LocalFiles::temporaryName(const std::string& path) {
-    std::string digits = std::to_string(names_() % 1000000);
-    digits.insert(0, 6 - digits.size(), '0');
-    return path + kTemporaryMark + digits;
-}
-
-void LocalFiles::removeLeftovers(const std::string& path) {
-    const fs::path file(path);
-    const std::string prefix = file.filename().string() + kTemporaryMark;
-    std::error_code ec;
-    for (fs::directory_iterator it(file.has_parent_path() ? file.parent_path() : ".", ec), end;
-         !ec && it != end; it.increment(ec)) {
-        const std::string name = it->path().filename().string();
-        if (name.size() == prefix.size() + 6 && name.compare(0, prefix.size(), prefix) == 0 &&
-            std::all_of(name.begin() + static_cast<long>(prefix.size()), name.end(),
-                        [](char c) { return c >= '0' && c <= '9'; })) {
-            calls_->unlink(it->path().c_str());
-        }
-    }
-}
-
 bool LocalFiles::replaceFile(const std::string& path, const std::string& bytes, int& error) {
-    removeLeftovers(path);
+    for (const fs::path& leftover : rules::leftoversOf(path)) calls_->unlink(leftover.c_str());
     // A name of this save's own: another copy of the game, or anything a
     // user keeps beside the list, is never overwritten.
     std::string temporary;
     int fd = -1;
     for (int attempt = 0; attempt < 100 && fd < 0; ++attempt) {
-        temporary = temporaryName(path);
+        temporary = rules::temporaryName(path, names_);
         fd = calls_->open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         if (fd < 0 && errno != EEXIST) break;
     }
@@ -165,7 +149,7 @@ bool LocalFiles::replaceFile(const std::string& path, const std::string& bytes, 
         error = errno;
         return false;
     }
-    bool ok = writeAll(fd, bytes) && calls_->fsync(fd) == 0;
+    bool ok = writeAll(*calls_, fd, bytes) && calls_->fsync(fd) == 0;
     int failure = ok ? 0 : errno;
     // close() may report a write that failed late; such a file never
     // replaces the list.
@@ -182,7 +166,7 @@ bool LocalFiles::replaceFile(const std::string& path, const std::string& bytes, 
         error = failure != 0 ? failure : EIO;
         return false;
     }
-    if (!syncFolderOf(path)) {
+    if (!syncFolderOf(*calls_, path)) {
         // The new list is in place but may not survive a power loss.
         error = errno != 0 ? errno : EIO;
         return false;
@@ -196,14 +180,14 @@ std::unique_ptr<FileLock> LocalFiles::lockFile(const std::string& path, int& err
         error = errno;
         return nullptr;
     }
-    const auto giveUp = std::chrono::steady_clock::now() + kLockPatience;
+    const auto giveUp = std::chrono::steady_clock::now() + rules::kLockPatience;
     while (calls_->flock(fd, LOCK_EX | LOCK_NB) != 0) {
         if ((errno != EWOULDBLOCK && errno != EINTR) || std::chrono::steady_clock::now() > giveUp) {
             error = errno;
             calls_->close(fd);
             return nullptr;
         }
-        std::this_thread::sleep_for(kLockPoll);
+        std::this_thread::sleep_for(rules::kLockPoll);
     }
     return std::make_unique<HeldLock>(*calls_, fd);
 }

@@ -4,15 +4,15 @@
 #include <map>
 #include <string>
 
-#include "system/FileCalls.h"
+#include "system/posix/FileCalls.h"
 
 namespace zd::test {
 
-// The system calls of the list's file, counted, with one of them made to
-// fail with EIO from the moment `failing` names it.
+// The system calls of the list's file, counted by what they do, with one of
+// them made to fail with EIO from the moment `failing` names it.
 class RecordingCalls : public sys::FileCalls {
 public:
-    std::string failing;  // "write", "fsync", "close", "rename" or nothing
+    std::string failing;  // "write", "flush", "close", "rename" or nothing
     std::map<std::string, int> count;
     std::size_t bytesRead = 0;
 
@@ -24,7 +24,7 @@ public:
     ssize_t write(int fd, const void* buffer, size_t size) override {
         return fail("write") ? -1 : FileCalls::write(fd, buffer, size);
     }
-    int fsync(int fd) override { return fail("fsync") ? -1 : FileCalls::fsync(fd); }
+    int fsync(int fd) override { return fail("flush") ? -1 : FileCalls::fsync(fd); }
     int close(int fd) override {
         const int closed = FileCalls::close(fd);  // the file is closed even when it reports failure
         return fail("close") ? -1 : closed;

@@ -1,4 +1,4 @@
-#include "system/FileCalls.h"
+#include "system/posix/FileCalls.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
