@@ -53,7 +53,10 @@ enter() {
 # entry window.
 run() {
   rm -rf "$work"
-  mkdir -p "$work"
+  # The data folder of an earlier start: two first starts at the same
+  # moment may both find it missing, and the slower one is told that it
+  # could not be made.
+  mkdir -p "$work/wuerfelhof"
   start_copy a 3 4
   start_copy b 5 6
   reach_entry 3 "$1"
