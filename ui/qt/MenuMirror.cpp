@@ -71,8 +71,7 @@ void MenuMirror::sync() {
         }
         action->setEnabled(item->Enabled);
         action->setVisible(item->Visible);
-        if (!entry.shortcutSet || entry.shortcut != item->Shortcut) {
-            entry.shortcutSet = true;
+        if (entry.shortcut != item->Shortcut) {
             entry.shortcut = item->Shortcut;
             action->setShortcut(
                 QKeySequence::fromString(text(item->Shortcut), QKeySequence::PortableText));

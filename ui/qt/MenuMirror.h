@@ -35,9 +35,9 @@ private:
 
     struct Entry {
         QAction* action = nullptr;
-        // The shortcut as last given to Qt, which is slow to parse one.
+        // The shortcut as last given to Qt (none at first), as Qt is slow
+        // to parse one.
         std::string shortcut;
-        bool shortcutSet = false;
     };
 
     WindowWidget& owner_;
