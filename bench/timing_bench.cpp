@@ -2,7 +2,7 @@
 // when every spin frame and every end of a spin happens, then reports the
 // median and 95th percentile against the targets (30 ms a frame, 700 ms for
 // the player's spin, 500 ms for a computer player's). Last, the CPU used
-// while the start arrow blinks alone for 10 s.
+// while the start arrow blinks alone for 10 s, once the windows are painted.
 //   QT_QPA_PLATFORM=offscreen timing_bench [ROUNDS]
 #include <sys/resource.h>
 
@@ -64,12 +64,18 @@ int main(int argc, char* argv[]) {
         p.tk.dispatch([&p] { zd::Main(p); });
         zd::ui::FrmSpielfeld& f = p.frmSpielfeld();
 
-        // The start arrow alone, for 10 s.
-        const double cpuBefore = cpuMs();
+        // The start arrow alone, for 10 s after a first second in which the
+        // windows are painted for the first time.
+        const double cpuAtStart = cpuMs();
+        double cpuBefore = 0;
         QElapsedTimer wall;
-        wall.start();
-        QTimer::singleShot(10000, Qt::PreciseTimer, [] { QCoreApplication::exit(0); });
+        QTimer::singleShot(1000, Qt::PreciseTimer, [&] {
+            cpuBefore = cpuMs();
+            wall.start();
+            QTimer::singleShot(10000, Qt::PreciseTimer, [] { QCoreApplication::exit(0); });
+        });
         QApplication::exec();
+        const double firstSecondCpu = cpuBefore - cpuAtStart;
         const double blinkCpu = cpuMs() - cpuBefore;
         const double blinkWall = static_cast<double>(wall.elapsed());
 
@@ -135,7 +141,8 @@ int main(int argc, char* argv[]) {
         report("spin frame interval", frames, 30);
         report("player's spin", playerSpins, 700);
         report("computer player's spin", computerSpins, 500);
-        std::printf("start arrow blinking alone: %.0f ms CPU in %.0f ms (%.2f %%)\n", blinkCpu,
+        std::printf("first second, the windows shown and painted: %.0f ms CPU\n", firstSecondCpu);
+        std::printf("start arrow blinking alone: %.1f ms CPU in %.0f ms (%.2f %%)\n", blinkCpu,
                     blinkWall, 100.0 * blinkCpu / blinkWall);
         p.tk.dispatch([&p] { p.tk.end(); });
     });
