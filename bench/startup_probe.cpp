@@ -11,10 +11,10 @@
 #include <cstring>
 
 #include "game/Start.h"
-#include "ui/qt/Guard.h"
-#include "ui/qt/QtFrontEnd.h"
-#include "ui/qt/QtProgram.h"
-#include "ui/qt/WindowWidget.h"
+#include "front/qt/Guard.h"
+#include "front/qt/QtFrontEnd.h"
+#include "front/qt/QtProgram.h"
+#include "front/qt/WindowWidget.h"
 
 namespace {
 

@@ -15,9 +15,9 @@
 #include <vector>
 
 #include "game/Start.h"
-#include "ui/qt/Guard.h"
-#include "ui/qt/QtFrontEnd.h"
-#include "ui/qt/QtProgram.h"
+#include "front/qt/Guard.h"
+#include "front/qt/QtFrontEnd.h"
+#include "front/qt/QtProgram.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 #include <string>
 
 #include "best/modBeste.h"
-#include "ui/model/ProjectInfo.h"
+#include "game/program/ProjectInfo.h"
 #include "game/Routines.h"
 
 namespace zd {

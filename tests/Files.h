@@ -9,7 +9,7 @@
 #include <sstream>
 #include <string>
 
-#include "ui/drive/HeadlessPlatform.h"
+#include "front/drive/HeadlessPlatform.h"
 
 namespace zd::test {
 

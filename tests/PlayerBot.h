@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "ui/drive/Harness.h"
+#include "front/drive/Harness.h"
 
 namespace zd::test {
 

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "PlayerBot.h"
-#include "ui/drive/Driver.h"
+#include "front/drive/Driver.h"
 
 namespace zd::test {
 namespace {

@@ -2,6 +2,8 @@
 
 #include <memory>
 
+#include "game/program/ProjectInfo.h"
+
 namespace zd {
 
 namespace {
@@ -25,6 +27,9 @@ ui::Toolkit::Factory plain() {
 Program::Program(ui::EventLoop& loop, sys::Platform& platform, int screenWidthTwips,
                    int screenHeightTwips)
     : tk(loop, screenWidthTwips, screenHeightTwips), platform(platform) {
+    tk.App.Major = kVersionMajor;
+    tk.App.Minor = kVersionMinor;
+    tk.App.Revision = kVersionPatch;
     tk.App.Path = platform.programFolder();
     tk.define("frmSpielfeld", factory(routines.spielfeld));
     tk.define("frmBeste", factory(routines.beste));

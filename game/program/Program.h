@@ -9,9 +9,9 @@
 #include "game/program/Die.h"
 #include "system/Platform.h"
 #include "ui/forms/Banks.h"
-#include "ui/forms/FrmBeste.h"
-#include "ui/forms/FrmHintergrund.h"
-#include "ui/forms/FrmSpielfeld.h"
+#include "ui/forms/frmBesteDesign.h"
+#include "ui/forms/frmHintergrundDesign.h"
+#include "ui/forms/frmSpielfeldDesign.h"
 #include "ui/forms/MessageWindows.h"
 #include "ui/model/Toolkit.h"
 

@@ -9,7 +9,7 @@
 #include <sstream>
 #include <string>
 
-#include "ui/drive/Harness.h"
+#include "front/drive/Harness.h"
 
 namespace {
 

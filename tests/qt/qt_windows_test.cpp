@@ -29,14 +29,14 @@
 
 #include "game/program/Program.h"
 #include "game/Start.h"
-#include "ui/qt/ArtCache.h"
-#include "ui/qt/QtFrontEnd.h"
-#include "ui/drive/Harness.h"
-#include "ui/qt/QtLoop.h"
-#include "ui/qt/QtPlatform.h"
-#include "ui/qt/QtProgram.h"
-#include "ui/qt/Placement.h"
-#include "ui/qt/WindowWidget.h"
+#include "front/qt/ArtCache.h"
+#include "front/qt/QtFrontEnd.h"
+#include "front/drive/Harness.h"
+#include "front/qt/QtLoop.h"
+#include "front/qt/QtPlatform.h"
+#include "front/qt/QtProgram.h"
+#include "front/qt/Placement.h"
+#include "front/qt/WindowWidget.h"
 
 namespace {
 

@@ -34,11 +34,11 @@
 #include "game/program/Program.h"
 #include "game/Start.h"
 #include "ui/model/Toolkit.h"
-#include "ui/qt/Guard.h"
-#include "ui/qt/QtFrontEnd.h"
-#include "ui/qt/QtProgram.h"
-#include "ui/qt/Placement.h"
-#include "ui/qt/WindowWidget.h"
+#include "front/qt/Guard.h"
+#include "front/qt/QtFrontEnd.h"
+#include "front/qt/QtProgram.h"
+#include "front/qt/Placement.h"
+#include "front/qt/WindowWidget.h"
 
 namespace {
 

@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "ui/model/EventLoop.h"
-#include "ui/model/ProjectInfo.h"
 #include "ui/model/FrontEnd.h"
 #include "ui/model/TimerQueue.h"
 #include "ui/model/Window.h"
@@ -23,9 +22,10 @@ constexpr int kTwipsPerPixel = 15;
 struct ProgramEnded {};
 
 struct AppInfo {
-    int Major = kVersionMajor;
-    int Minor = kVersionMinor;
-    int Revision = kVersionPatch;
+    // Set by the program that runs on this toolkit.
+    int Major = 0;
+    int Minor = 0;
+    int Revision = 0;
     std::string Path;  // the program's folder
 
     // Major, minor and revision as plain decimal numbers, with points between.

@@ -1,0 +1,36 @@
+#include "front/qt/QtProgram.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QStandardPaths>
+
+#include "game/Start.h"
+#include "front/qt/DesktopPlatform.h"
+#include "front/qt/QtGerman.h"
+
+namespace zd::qt {
+
+namespace {
+
+QSize screenSize() {
+    const QScreen* primary = QGuiApplication::primaryScreen();
+    return primary ? primary->availableGeometry().size() : QSize(1024, 768);
+}
+
+}  // namespace
+
+QtProgram::QtProgram()
+    : platform(desktopPlatform()),
+      p(loop, *platform, screenSize().width() * ui::kTwipsPerPixel,
+        screenSize().height() * ui::kTwipsPerPixel) {
+    speakGerman(*QCoreApplication::instance());
+    loop.attach(p.tk);
+    bindEventRoutines(p);
+}
+
+QString QtProgram::artCache() {
+    return QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + QStringLiteral("/art");
+}
+
+}  // namespace zd::qt

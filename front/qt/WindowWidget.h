@@ -1,0 +1,94 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include <QPoint>
+#include <QSize>
+#include <QWidget>
+
+#include "ui/model/Window.h"
+#include "front/qt/ClientScene.h"
+
+class QLineEdit;
+class QMenuBar;
+
+namespace zd::qt {
+
+class ClientArea;
+class MenuMirror;
+class QtFrontEnd;
+class TextBoxMirror;
+
+// The top-level widget of one shown model window: its flags, title, icon
+// and place, the mouse and the keys. It holds no state of its own that the
+// model does not have; after every event it is brought in line with the
+// model by syncFromModel(), its client area repainted where it changed.
+class WindowWidget : public QWidget {
+public:
+    WindowWidget(QtFrontEnd& frontEnd, ui::Window& window);
+    ~WindowWidget() override;
+
+    // Null once the model window is gone; then the widget waits for deletion.
+    ui::Window* modelWindow() const { return window_; }
+    void detach();
+    QtFrontEnd& frontEnd() const { return frontEnd_; }
+
+    void syncFromModel();
+    QWidget* clientArea() const;
+    QMenuBar* menuBar() const;
+    QSize clientSize() const;
+    QLineEdit* lineEditFor(const ui::TextBox& box) const;
+    const ClientScene& scene() const { return scene_; }
+
+    // The game asked to drag the window, and the window system cannot.
+    void beginManualDrag();
+    void dragStarted() { dragged_ = true; }
+
+    // A key for the window: Alt with a letter, or a key its KeyDown takes.
+    bool handleKey(QKeyEvent* e);
+
+    // Mouse input from the client area.
+    void onPress(QMouseEvent* e);
+    void onRelease(QMouseEvent* e);
+    void onMouseMove(QMouseEvent* e);
+
+protected:
+    bool event(QEvent* e) override;
+    void closeEvent(QCloseEvent* e) override;
+    void moveEvent(QMoveEvent* e) override;
+    void keyPressEvent(QKeyEvent* e) override;
+
+private:
+    void syncTitleAndIcon();
+    void syncGeometry();
+    void applyFlags();
+    void updateCursor(ui::Control* over);
+
+    QtFrontEnd& frontEnd_;
+    ui::Window* window_;
+    ClientArea* client_ = nullptr;
+    std::unique_ptr<MenuMirror> menus_;
+    std::unique_ptr<TextBoxMirror> edits_;
+    ClientScene scene_;
+
+    std::optional<Qt::WindowFlags> appliedFlags_;
+    std::optional<QPoint> appliedPos_;
+    int appliedLeft_ = 0;
+    int appliedTop_ = 0;
+    QSize appliedSize_;
+    std::optional<std::string> appliedCaption_;
+    const ui::PictureData* appliedIcon_ = nullptr;
+
+    // Mouse state: the control pressed, if any, takes the moves and the
+    // release, as the mouse is captured by what it went down on.
+    ui::Control* pressed_ = nullptr;
+    bool pressedWindow_ = false;
+    bool dragged_ = false;
+    bool manualDrag_ = false;
+    QPoint dragOffset_;
+    bool handShown_ = false;
+};
+
+}  // namespace zd::qt
