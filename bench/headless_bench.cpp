@@ -21,8 +21,9 @@ int main(int argc, char** argv) {
     }
     const double seconds =
         std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    std::printf("%ld games, %ld rounds in %.2f s: %.0f games/s, %.0f rounds/s (target: 1000 games/s)\n",
-                games, rounds, seconds, games / seconds, rounds / seconds);
+    std::printf(
+        "%ld games, %ld rounds in %.2f s: %.0f games/s, %.0f rounds/s (target: 1000 games/s)\n",
+        games, rounds, seconds, games / seconds, rounds / seconds);
     std::filesystem::remove_all(root);
     return 0;
 }

@@ -6,11 +6,6 @@
 //    during repeated clearing); after each, the list must be a whole old or
 //    whole new one, or missing during clearing and then shown as the
 //    default list by the next start.
-#include <signal.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -21,6 +16,11 @@
 #include <random>
 #include <string>
 #include <thread>
+
+#include <signal.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "PlayerBot.h"
 #include "best/modBeste.h"
@@ -47,7 +47,8 @@ long driverPeakKiB(const std::string& drive, const fs::path& root) {
         dup2(script[0], 0);
         close(script[1]);
         freopen("/dev/null", "w", stdout);
-        execl(drive.c_str(), drive.c_str(), "--drive-root", root.c_str(), static_cast<char*>(nullptr));
+        execl(drive.c_str(), drive.c_str(), "--drive-root", root.c_str(),
+              static_cast<char*>(nullptr));
         _exit(127);
     }
     close(script[0]);
@@ -76,9 +77,10 @@ void measureMemory(const std::string& drive) {
         for (std::size_t written = 0; written < 100u << 20; written += line.size()) big << line;
     }
     const long huge = driverPeakKiB(drive, root);
-    std::printf("peak memory at start: %.1f MiB with a 65-byte list, %.1f MiB with a %.0f MB list "
-                "(target: < 60 MB)\n",
-                normal / 1024.0, huge / 1024.0, fs::file_size(list) / 1e6);
+    std::printf(
+        "peak memory at start: %.1f MiB with a 65-byte list, %.1f MiB with a %.0f MB list "
+        "(target: < 60 MB)\n",
+        normal / 1024.0, huge / 1024.0, fs::file_size(list) / 1e6);
     fs::remove_all(root);
 }
 

@@ -2,16 +2,16 @@
 // from launching the process to the first painted window, and the peak
 // resident memory. Runs each probe several times and prints the medians.
 //   startup_bench PROBE [RUNS]
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <vector>
+
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 namespace {
 

@@ -10,11 +10,11 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "game/Start.h"
 #include "front/qt/Guard.h"
 #include "front/qt/QtFrontEnd.h"
 #include "front/qt/QtProgram.h"
 #include "front/qt/WindowWidget.h"
+#include "game/Start.h"
 
 namespace {
 
@@ -71,7 +71,8 @@ int main(int argc, char* argv[]) {
         zd::Program& p = program.p;
         zd::qt::QtFrontEnd frontEnd(p.tk, zd::qt::QtProgram::artCache());
         p.tk.dispatch([&p] { zd::Main(p); });
-        if (QWidget* field = frontEnd.widgetFor(p.frmSpielfeld())) field->installEventFilter(&probe);
+        if (QWidget* field = frontEnd.widgetFor(p.frmSpielfeld()))
+            field->installEventFilter(&probe);
         result = QApplication::exec();
     });
     return result;

@@ -4,8 +4,6 @@
 // the player's spin, 500 ms for a computer player's). Last, the CPU used
 // while the start arrow blinks alone for 10 s, once the windows are painted.
 //   QT_QPA_PLATFORM=offscreen timing_bench [ROUNDS]
-#include <sys/resource.h>
-
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QTimer>
@@ -14,10 +12,12 @@
 #include <cstdlib>
 #include <vector>
 
-#include "game/Start.h"
+#include <sys/resource.h>
+
 #include "front/qt/Guard.h"
 #include "front/qt/QtFrontEnd.h"
 #include "front/qt/QtProgram.h"
+#include "game/Start.h"
 
 namespace {
 

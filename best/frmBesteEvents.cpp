@@ -79,9 +79,9 @@ public:
         }
         if (!nurNiemand &&
             askYesNo(p_, 2,
-                       std::string(CRLF) + "Bist Du sicher," + CRLF +
-                           "dass Du alle Einträge löschen möchtest?",
-                       std::string(CRLF) + "»Einträge löschen« bestätigen", centred())) {
+                     std::string(CRLF) + "Bist Du sicher," + CRLF +
+                         "dass Du alle Einträge löschen möchtest?",
+                     std::string(CRLF) + "»Einträge löschen« bestätigen", centred())) {
             const std::string datei = BesteDatei(p_);
             if (sys::ExistiertDatei(p_.platform, datei)) p_.platform.deleteFile(datei);
             SchreibeBesteStandard(p_);
@@ -125,13 +125,13 @@ private:
             const std::int32_t n = pointsOf(s);
             const int bild = kColumns * zeile;
             if (n == 0) continue;
-            const int places = n < 10         ? 1
-                                : n < 100      ? 2
-                                : n < 1000     ? 3
-                                : n < 10000    ? 4
-                                : n < 100000   ? 5
-                                : n < 1000000  ? 6
-                                               : 7;
+            const int places = n < 10        ? 1
+                               : n < 100     ? 2
+                               : n < 1000    ? 3
+                               : n < 10000   ? 4
+                               : n < 100000  ? 5
+                               : n < 1000000 ? 6
+                                             : 7;
             if (places == 1) {
                 f_.imgDiggi[bild].picture = d.imgDiggi[n].picture;
                 continue;

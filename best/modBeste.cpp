@@ -26,13 +26,19 @@ using ListLines = std::array<std::string, kLines>;
 // Failure numbers as the player sees them, after the classic file errors.
 int failureNumber(int error) {
     switch (error) {
-        case ENOENT: return 53;   // file not found
-        case ENOTDIR: return 76;  // path not found
+        case ENOENT:
+            return 53;  // file not found
+        case ENOTDIR:
+            return 76;  // path not found
         case EACCES:
-        case EPERM: return 70;  // permission denied
-        case EISDIR: return 75;  // path/file access error
-        case ENOSPC: return 61;  // disk full
-        default: return 57;  // device I/O error
+        case EPERM:
+            return 70;  // permission denied
+        case EISDIR:
+            return 75;  // path/file access error
+        case ENOSPC:
+            return 61;  // disk full
+        default:
+            return 57;  // device I/O error
     }
 }
 
@@ -134,23 +140,23 @@ std::optional<ListLines> withEntry(const ListLines& list, const std::string& nam
 
 void tellReadFailure(Program& p, int nummer) {
     showMessage(p, 3,
-               std::string(CRLF) + "Die Daten für »Beste Spieler«" + CRLF +
-                   "konnten nicht gelesen werden!",
-               std::string(CRLF) + "Fehlernummer: " + std::to_string(nummer), centred());
+                std::string(CRLF) + "Die Daten für »Beste Spieler«" + CRLF +
+                    "konnten nicht gelesen werden!",
+                std::string(CRLF) + "Fehlernummer: " + std::to_string(nummer), centred());
 }
 
 void tellSaveFailure(Program& p) {
     showMessage(p, 2,
-               std::string(CRLF) + "Die Werte für »Beste Spieler«" + CRLF +
-                   "konnten nicht gespeichert werden.",
-               std::string(CRLF) + CRLF + "Fehler beim Speichern", centred());
+                std::string(CRLF) + "Die Werte für »Beste Spieler«" + CRLF +
+                    "konnten nicht gespeichert werden.",
+                std::string(CRLF) + CRLF + "Fehler beim Speichern", centred());
 }
 
 void tellNoPlace(Program& p) {
     showMessage(p, 4,
-               std::string("Ein Eintrag in die Liste der »Besten Spieler«") + CRLF +
-                   "ist leider nicht möglich!",
-               std::string(CRLF) + "Mehr Erfolg beim nächsten Spiel.", centred());
+                std::string("Ein Eintrag in die Liste der »Besten Spieler«") + CRLF +
+                    "ist leider nicht möglich!",
+                std::string(CRLF) + "Mehr Erfolg beim nächsten Spiel.", centred());
 }
 
 }  // namespace
@@ -253,10 +259,9 @@ void PruefeBestmarke(Program& p) {
     if (g.EintragPlatz == -1) {
         tellNoPlace(p);
         p.frmSpielfeld().ExternesEnde();
-    } else if (askYesNo(p, 5,
-                          std::string("Sehr gut!!") + CRLF + "Du hast eine neue Bestmarke erreicht.",
-                          "Möchtest Du dich in die Liste der »Besten Spieler« eintragen?",
-                          centred())) {
+    } else if (askYesNo(
+                   p, 5, std::string("Sehr gut!!") + CRLF + "Du hast eine neue Bestmarke erreicht.",
+                   "Möchtest Du dich in die Liste der »Besten Spieler« eintragen?", centred())) {
         g.NeuerEintrag = true;
     } else {
         p.frmSpielfeld().ExternesEnde();

@@ -2,20 +2,22 @@
 #include <string>
 
 #include "best/modBeste.h"
-#include "game/program/ProjectInfo.h"
 #include "game/Routines.h"
+#include "game/program/ProjectInfo.h"
 
 namespace zd {
 
 namespace {
 
-void lblHilfe_Click(Program& p) { openDocument(p, "Zifferndach.pdf"); }
+void lblHilfe_Click(Program& p) {
+    openDocument(p, "Zifferndach.pdf");
+}
 
 void lblAllgemein_Click(Program& p) {
     // Sound 7 names no file: the information comes up silently.
     showMessage(p, 7, std::string("Programmierung:") + CRLF + kAuthors + CRLF + kHomepage,
-               std::string("Grafik:") + CRLF + kAuthors + CRLF + kHomepage,
-               besideField(-100, -100));
+                std::string("Grafik:") + CRLF + kAuthors + CRLF + kHomepage,
+                besideField(-100, -100));
 }
 
 void mnuSoundan_Click(Program& p, ui::FrmSpielfeld& f, int index) {

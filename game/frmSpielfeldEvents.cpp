@@ -20,7 +20,9 @@ void stoppe(ui::Timer& t) {
     t.Interval = 0;
 }
 
-int stelle(int index) { return index == 1 ? 1 : index == 2 ? 10 : 100; }
+int stelle(int index) {
+    return index == 1 ? 1 : index == 2 ? 10 : 100;
+}
 
 class Spielfeld {
 public:
@@ -153,10 +155,17 @@ public:
         stoppe(f_.timComputerStopp);
         for (int i = 4; i <= 6; ++i) f_.imgWurf[i].Visible = false;
         switch (g_.AktiverComputer) {
-            case 1: SpielzugAndrea(p_); break;
-            case 2: SpielzugThomas(p_); break;
-            case 3: SpielzugVictoria(p_); break;
-            default: break;
+            case 1:
+                SpielzugAndrea(p_);
+                break;
+            case 2:
+                SpielzugThomas(p_);
+                break;
+            case 3:
+                SpielzugVictoria(p_);
+                break;
+            default:
+                break;
         }
     }
 
@@ -176,11 +185,11 @@ public:
             if (g_.Guthaben[i] == 0) ende = true;
         }
         if (!ende) return;
-        const bool ja = askYesNo(
-            p_, 2,
-            std::string(CRLF) + "Das Spiel ist beendet!" + CRLF +
-                "Möchtest Du ein neues Spiel beginnen?",
-            std::string(CRLF) + "»Neues Spiel« bestätigen", besideField(-500, -500));
+        const bool ja =
+            askYesNo(p_, 2,
+                     std::string(CRLF) + "Das Spiel ist beendet!" + CRLF +
+                         "Möchtest Du ein neues Spiel beginnen?",
+                     std::string(CRLF) + "»Neues Spiel« bestätigen", besideField(-500, -500));
         if (!ja) {
             p_.tk.unload(f_);
             return;
@@ -195,10 +204,11 @@ public:
         if (g_.Guthaben[0] != 0) {
             // The timers run on behind the question; should the game end
             // there, it is told after Nein, and Ja simply ends the program.
-            const bool ja = askYesNo(
-                p_, 2,
-                std::string(CRLF) + "Bist Du sicher," + CRLF + "dass Du das Spiel beenden möchtest?",
-                std::string(CRLF) + "»Spiel beenden« bestätigen", besideField(1000, 1000));
+            const bool ja =
+                askYesNo(p_, 2,
+                         std::string(CRLF) + "Bist Du sicher," + CRLF +
+                             "dass Du das Spiel beenden möchtest?",
+                         std::string(CRLF) + "»Spiel beenden« bestätigen", besideField(1000, 1000));
             if (!ja) return;
         }
         p_.tk.unload(f_);

@@ -12,10 +12,10 @@ namespace {
 void LegeDatenOrdnerAn(Program& p, const std::string& ordner) {
     if (p.platform.createFolder(ordner)) return;
     showMessage(p, 3,
-               std::string(CRLF) + "Das Anlegen des Ordners für die Daten ist fehlgeschlagen!",
-               std::string(CRLF) + "Die Daten für die Stastitik" + CRLF +
-                   "können nicht gespeichert werden!",
-               centred());
+                std::string(CRLF) + "Das Anlegen des Ordners für die Daten ist fehlgeschlagen!",
+                std::string(CRLF) + "Die Daten für die Stastitik" + CRLF +
+                    "können nicht gespeichert werden!",
+                centred());
 }
 
 }  // namespace
@@ -43,10 +43,9 @@ void Main(Program& p) {
         }
     } else {
         // Centring on the playing field loads it, though it is not seen yet.
-        showMessage(p, 3,
-                   std::string(CRLF) + "Die Festplatte auf Ihrem System wurde nicht erkannt!",
-                   std::string(CRLF) + "Ein Speichern von Daten ist leider nicht möglich",
-                   centred());
+        showMessage(
+            p, 3, std::string(CRLF) + "Die Festplatte auf Ihrem System wurde nicht erkannt!",
+            std::string(CRLF) + "Ein Speichern von Daten ist leider nicht möglich", centred());
     }
     p.frmSpielfeld();
     p.frmDigital();

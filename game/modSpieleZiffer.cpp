@@ -18,13 +18,16 @@ struct PlaceOrder {
 PlaceOrder preferredPlaces(int wurf, int wurfNummer) {
     switch (wurf) {
         case 1:
-        case 2: return {{Ones, Tens, Hundreds}};
+        case 2:
+            return {{Ones, Tens, Hundreds}};
         case 3:
-        case 4: return {{Tens, Ones, Hundreds}};
+        case 4:
+            return {{Tens, Ones, Hundreds}};
         case 5:
             if (wurfNummer == 2) return {{Hundreds, Tens, Ones}};
             return {{Tens, Ones, Hundreds}};
-        default: return {{Hundreds, Tens, Ones}};
+        default:
+            return {{Hundreds, Tens, Ones}};
     }
 }
 
@@ -93,6 +96,8 @@ void SpielzugVictoria(Program& p) {
     }
 }
 
-bool BestmarkeGeschlagen(Program& p) { return p.g.SpielerPunkte > p.g.Bestmarke; }
+bool BestmarkeGeschlagen(Program& p) {
+    return p.g.SpielerPunkte > p.g.Bestmarke;
+}
 
 }  // namespace zd

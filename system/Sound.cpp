@@ -15,7 +15,9 @@ std::string soundPath(Platform& platform, const std::string& datei) {
     return PfadMitTrenner(platform.programFolder()) + datei;
 }
 
-bool SoundOnBoard(Platform& platform) { return platform.waveOutputCount() > 0; }
+bool SoundOnBoard(Platform& platform) {
+    return platform.waveOutputCount() > 0;
+}
 
 void SpieleSound(Platform& platform, int nummer, bool soundAn) {
     std::string name;

@@ -1,13 +1,12 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <unistd.h>
-
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
+
+#include <gtest/gtest.h>
+#include <unistd.h>
 
 #include "front/drive/HeadlessPlatform.h"
 
@@ -18,8 +17,7 @@ namespace zd::test {
 class Files : public ::testing::Test {
 protected:
     Files()
-        : dir(std::filesystem::temp_directory_path() /
-              ("zd-files-" + std::to_string(::getpid()))) {
+        : dir(std::filesystem::temp_directory_path() / ("zd-files-" + std::to_string(::getpid()))) {
         std::filesystem::remove_all(dir);
         std::filesystem::create_directories(dir / "folder");
         std::ofstream(dir / "empty.txt").flush();

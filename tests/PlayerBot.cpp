@@ -1,17 +1,17 @@
 #include "PlayerBot.h"
 
-#include <unistd.h>
-
 #include <filesystem>
 #include <stdexcept>
+
+#include <unistd.h>
 
 #include "game/Start.h"
 
 namespace zd::test {
 
 std::string freshFolder(const std::string& name) {
-    const auto folder = std::filesystem::temp_directory_path() /
-                        (name + "-" + std::to_string(::getpid()));
+    const auto folder =
+        std::filesystem::temp_directory_path() / (name + "-" + std::to_string(::getpid()));
     std::filesystem::remove_all(folder);
     std::filesystem::create_directories(folder);
     return folder.string();
@@ -67,7 +67,8 @@ bool PlayerBot::answer() {
     if (!top) throw std::logic_error("asked to answer with no window open");
     const std::string name = top->name();
     if (name == "frmMsgOk") {
-        messages_.push_back(program().frmMsgOk().lblMeldung.Caption + program().frmMsgOk().lblTitel.Caption);
+        messages_.push_back(program().frmMsgOk().lblMeldung.Caption +
+                            program().frmMsgOk().lblTitel.Caption);
         // The end of a game is told while the round is still on the board.
         if (program().frmMsgOk().lblTitel.Caption == "\r\nSpielende.") {
             gameEnded_ = true;

@@ -1,11 +1,11 @@
 // Damaged or foreign list files: whatever the file holds, the game starts
 // and a round can be played.
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <fstream>
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "PlayerBot.h"
 

@@ -1,10 +1,10 @@
 // The die: every draw maps onto 1 to 6, the edges included.
-#include <gtest/gtest.h>
+#include "game/program/Die.h"
 
 #include <array>
 #include <cmath>
 
-#include "game/program/Die.h"
+#include <gtest/gtest.h>
 
 namespace zd {
 namespace {

@@ -1,10 +1,10 @@
 // The driver's `set` against values the program can never hold: a script
 // error naming the line, never a run on with a state that cannot be.
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <sstream>
 #include <string>
+
+#include <gtest/gtest.h>
 
 #include "PlayerBot.h"
 #include "front/drive/Driver.h"
@@ -57,13 +57,14 @@ TEST(DriverSet, AnIndexOutsideItsArraysIsAScriptErrorNotACrash) {
 }
 
 TEST(DriverSet, TheEndsOfEachRangeAreTaken) {
-    const Outcome run = drive(kDuringASpin +
-                          "set AktiverComputer = 3\n"
-                          "set EintragPlatz = -1\n"
-                          "set EintragPlatz = 4\n"
-                          "set NeuerEintrag = True\n"
-                          "wait 500\n"
-                          "expect frmSpielfeld.lblVictoria.Caption = Victoria würfelt eine 6\n");
+    const Outcome run =
+        drive(kDuringASpin +
+              "set AktiverComputer = 3\n"
+              "set EintragPlatz = -1\n"
+              "set EintragPlatz = 4\n"
+              "set NeuerEintrag = True\n"
+              "wait 500\n"
+              "expect frmSpielfeld.lblVictoria.Caption = Victoria würfelt eine 6\n");
     EXPECT_EQ(run.code, 0) << run.out << run.err;
 }
 

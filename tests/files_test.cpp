@@ -1,13 +1,14 @@
 // The file helpers and the best list's code pages, on a real disk through
 // the system's own calls.
-#include <gtest/gtest.h>
+#include "Files.h"
 
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 
-#include "Files.h"
+#include <gtest/gtest.h>
+
 #include "RecordingCalls.h"
 #include "best/CodePage.h"
 #include "system/Dateien.h"

@@ -1,12 +1,12 @@
 // Two thousand whole games with the real die, Ja to every question but the
 // last new game: the promises of a round, of a game's end and of the best
 // list hold throughout, and memory does not grow with the games played.
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
+
+#include <gtest/gtest.h>
 
 #include "PlayerBot.h"
 
@@ -25,7 +25,8 @@ int linesOf(const std::filesystem::path& file) {
     std::ifstream in(file, std::ios::binary);
     const std::string text((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
     int lines = 0;
-    for (std::size_t pos = 0; (pos = text.find("\r\n", pos)) != std::string::npos; pos += 2) ++lines;
+    for (std::size_t pos = 0; (pos = text.find("\r\n", pos)) != std::string::npos; pos += 2)
+        ++lines;
     return lines;
 }
 

@@ -1,7 +1,7 @@
 // Ten thousand rounds with the real die: what must hold after every one.
-#include <gtest/gtest.h>
-
 #include <filesystem>
+
+#include <gtest/gtest.h>
 
 #include "PlayerBot.h"
 #include "best/modBeste.h"

@@ -1,16 +1,16 @@
 // What the player's machine may do to the game's files while it runs: the
 // save is refused with the message, the game goes on, and no list is lost
 // that could be kept.
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <fstream>
 #include <functional>
 #include <iterator>
 #include <string>
 
-#include "RecordingCalls.h"
+#include <gtest/gtest.h>
+
 #include "PlayerBot.h"
+#include "RecordingCalls.h"
 
 namespace zd::test {
 namespace {

@@ -1,10 +1,11 @@
 // The window toolkit model under a virtual clock: what the game relies on.
-#include <gtest/gtest.h>
+#include "ui/model/Toolkit.h"
 
 #include <string>
 #include <vector>
 
-#include "ui/model/Toolkit.h"
+#include <gtest/gtest.h>
+
 #include "ui/model/VirtualLoop.h"
 
 namespace zd::ui {
@@ -52,9 +53,7 @@ protected:
             tk.define(name, [this, name](Toolkit& t) {
                 auto w = std::make_unique<TestWindow>(t, name);
                 w->Form_Load = [this, name] { log.push_back(std::string("load ") + name); };
-                w->Form_Activate = [this, name] {
-                    log.push_back(std::string("activate ") + name);
-                };
+                w->Form_Activate = [this, name] { log.push_back(std::string("activate ") + name); };
                 w->Form_Unload = [this, name] { log.push_back(std::string("unload ") + name); };
                 return w;
             });
@@ -212,9 +211,10 @@ TEST_F(ToolkitTest, ModalShowsNestTimersFireBehindAndInputIsBlocked) {
         log.push_back("caller goes on");
     });
     EXPECT_EQ(ticks, 2);
-    EXPECT_EQ(log, (std::vector<std::string>{"load two", "activate two", "load three", "activate three",
-                                             "unload three", "activate two", "inner returned",
-                                             "unload two", "activate one", "caller goes on"}));
+    EXPECT_EQ(log,
+              (std::vector<std::string>{"load two", "activate two", "load three", "activate three",
+                                        "unload three", "activate two", "inner returned",
+                                        "unload two", "activate one", "caller goes on"}));
     EXPECT_TRUE(tk.click(field.button));
 }
 
@@ -286,10 +286,9 @@ TEST_F(ToolkitTest, TheFrontEndHearsWhatBecomesOfTheWindowsAndWhenToShowThem) {
     tk.dispatch([&] { tk.showModal(message); });
     tk.dispatch([&] { tk.end(); });
     // The modal window is to be on the screen before the user can act.
-    EXPECT_EQ(front.heard,
-              (std::vector<std::string>{"front one", "settled", "modal two", "front two", "settled",
-                                        "waiting", "drag two", "gone two", "settled", "ended",
-                                        "settled"}));
+    EXPECT_EQ(front.heard, (std::vector<std::string>{"front one", "settled", "modal two",
+                                                     "front two", "settled", "waiting", "drag two",
+                                                     "gone two", "settled", "ended", "settled"}));
     tk.setFrontEnd(nullptr);
 }
 

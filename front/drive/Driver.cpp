@@ -105,7 +105,9 @@ void Driver::scriptError(const std::string& message) {
     throw Stop{2};
 }
 
-void Driver::ignored(const std::string& line) { out_ << "ignored: " << line << '\n'; }
+void Driver::ignored(const std::string& line) {
+    out_ << "ignored: " << line << '\n';
+}
 
 ui::Window& Driver::window(const std::string& name) {
     if (!program_.tk.defines(name)) scriptError("unknown window " + name);
@@ -227,8 +229,7 @@ void Driver::execute(const std::string& line) {
         if (!w || !tk.keyDown(*w, *code)) ignored(line);
         return;
     }
-    if (command == "click" || command == "mousedown" || command == "mouseup" ||
-        command == "type") {
+    if (command == "click" || command == "mousedown" || command == "mouseup" || command == "type") {
         std::string target = rest;
         std::string text;
         if (command == "type") {

@@ -22,8 +22,8 @@ Harness::Harness(const HarnessOptions& options, std::ostream& events)
       platform_(std::make_unique<HeadlessPlatform>(events, options.programDir, options.driveRoot,
                                                    options.soundDevice, options.calls)),
       program_(std::make_unique<Program>(*clock_, *platform_,
-                                          options.screenWidthPx * ui::kTwipsPerPixel,
-                                          options.screenHeightPx * ui::kTwipsPerPixel)) {
+                                         options.screenWidthPx * ui::kTwipsPerPixel,
+                                         options.screenHeightPx * ui::kTwipsPerPixel)) {
     clock_->attach(program_->tk);
     program_->tk.setFrontEnd(watch_.get());
     clock_->modalStep = [this] { return answer && answer(); };

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "game/program/Program.h"
 #include "front/drive/HeadlessPlatform.h"
+#include "game/program/Program.h"
 #include "ui/model/VirtualLoop.h"
 
 namespace zd::drive {

@@ -6,7 +6,9 @@ namespace zd::drive {
 
 namespace {
 
-std::string printablePicture(const ui::Picture& p) { return p ? p->origin : "(none)"; }
+std::string printablePicture(const ui::Picture& p) {
+    return p ? p->origin : "(none)";
+}
 
 template <class C>
 const C* as(const ui::Control& c) {
@@ -78,7 +80,9 @@ std::string printableText(const std::string& text) {
     return out;
 }
 
-std::string printableBool(bool value) { return value ? "True" : "False"; }
+std::string printableBool(bool value) {
+    return value ? "True" : "False";
+}
 
 std::optional<std::string> printProperty(const ui::Window& w, std::string_view prop) {
     // The playing field's own variables read like properties.

@@ -50,11 +50,9 @@ struct Variable {
 // Numbers outside [least, greatest] are refused: by default those the
 // type cannot hold, for an index those its arrays cannot take.
 template <class T>
-Variable numbers(T* values, int first, int count,
-                 long long least = std::numeric_limits<T>::min(),
+Variable numbers(T* values, int first, int count, long long least = std::numeric_limits<T>::min(),
                  long long greatest = std::numeric_limits<T>::max()) {
-    return {first, count,
-            [values](int i) { return std::to_string(values[i]); },
+    return {first, count, [values](int i) { return std::to_string(values[i]); },
             [values, least, greatest](int i, const std::string& v) {
                 auto n = wholeNumber(v);
                 if (!n || *n < least || *n > greatest) return false;
@@ -64,8 +62,7 @@ Variable numbers(T* values, int first, int count,
 }
 
 Variable truths(bool* values, int first, int count) {
-    return {first, count,
-            [values](int i) { return printableBool(values[i]); },
+    return {first, count, [values](int i) { return printableBool(values[i]); },
             [values](int i, const std::string& v) {
                 auto b = truth(v);
                 if (!b) return false;
@@ -75,8 +72,7 @@ Variable truths(bool* values, int first, int count) {
 }
 
 Variable texts(std::string* values, int first, int count) {
-    return {first, count,
-            [values](int i) { return printableText(values[i]); },
+    return {first, count, [values](int i) { return printableText(values[i]); },
             [values](int i, const std::string& v) {
                 values[i] = unprintable(v);
                 return true;

@@ -10,8 +10,8 @@
 #include <sstream>
 #include <string>
 
-#include "system/Process.h"
 #include "front/drive/Driver.h"
+#include "system/Process.h"
 
 namespace {
 

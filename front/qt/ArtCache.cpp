@@ -1,17 +1,16 @@
 #include "front/qt/ArtCache.h"
 
-#include <cmath>
-
 #include <QCryptographicHash>
 #include <QDataStream>
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
-#include <QSaveFile>
 #include <QFileInfo>
 #include <QImage>
 #include <QPainter>
+#include <QSaveFile>
 #include <QSvgRenderer>
+#include <cmath>
 
 namespace zd::qt {
 

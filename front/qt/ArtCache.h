@@ -1,13 +1,12 @@
 #pragma once
 
+#include <QPixmap>
+#include <QSize>
+#include <QString>
 #include <map>
 #include <memory>
 #include <string>
 #include <tuple>
-
-#include <QPixmap>
-#include <QString>
-#include <QSize>
 
 #include "ui/model/Picture.h"
 

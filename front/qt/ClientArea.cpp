@@ -48,15 +48,21 @@ void ClientArea::paintEvent(QPaintEvent* e) {
     owner_.scene().paint(painter, e->rect(), owner_.frontEnd().art(), dpr);
 }
 
-void ClientArea::mousePressEvent(QMouseEvent* e) { owner_.onPress(e); }
+void ClientArea::mousePressEvent(QMouseEvent* e) {
+    owner_.onPress(e);
+}
 
 void ClientArea::mouseDoubleClickEvent(QMouseEvent* e) {
     // A quick second click is a click like any other.
     owner_.onPress(e);
 }
 
-void ClientArea::mouseReleaseEvent(QMouseEvent* e) { owner_.onRelease(e); }
+void ClientArea::mouseReleaseEvent(QMouseEvent* e) {
+    owner_.onRelease(e);
+}
 
-void ClientArea::mouseMoveEvent(QMouseEvent* e) { owner_.onMouseMove(e); }
+void ClientArea::mouseMoveEvent(QMouseEvent* e) {
+    owner_.onMouseMove(e);
+}
 
 }  // namespace zd::qt

@@ -1,9 +1,8 @@
 #include "front/qt/ClientScene.h"
 
-#include <algorithm>
-
 #include <QPainter>
 #include <QPen>
+#include <algorithm>
 
 #include "front/qt/ArtCache.h"
 #include "front/qt/Placement.h"

@@ -1,13 +1,12 @@
 #pragma once
 
-#include <string>
-#include <variant>
-#include <vector>
-
 #include <QPoint>
 #include <QRect>
 #include <QRegion>
 #include <QSize>
+#include <string>
+#include <variant>
+#include <vector>
 
 #include "ui/model/Window.h"
 

@@ -4,6 +4,8 @@
 
 namespace zd::qt {
 
-std::unique_ptr<sys::Platform> desktopPlatform() { return std::make_unique<QtPlatform>(); }
+std::unique_ptr<sys::Platform> desktopPlatform() {
+    return std::make_unique<QtPlatform>();
+}
 
 }  // namespace zd::qt

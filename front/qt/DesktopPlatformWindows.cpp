@@ -1,5 +1,5 @@
-#include "system/windows/WindowsPlatform.h"
 #include "front/qt/DesktopPlatform.h"
+#include "system/windows/WindowsPlatform.h"
 
 namespace zd::qt {
 

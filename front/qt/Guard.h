@@ -1,8 +1,7 @@
 #pragma once
 
-#include <exception>
-
 #include <QtGlobal>
+#include <exception>
 
 namespace zd::qt {
 

@@ -6,11 +6,11 @@
 #include <QMenuBar>
 #include <QPointer>
 
-#include "ui/model/Toolkit.h"
 #include "front/qt/Guard.h"
 #include "front/qt/QtFrontEnd.h"
 #include "front/qt/QtValues.h"
 #include "front/qt/WindowWidget.h"
+#include "ui/model/Toolkit.h"
 
 namespace zd::qt {
 

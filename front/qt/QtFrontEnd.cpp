@@ -1,12 +1,11 @@
 #include "front/qt/QtFrontEnd.h"
 
-#include <algorithm>
-
 #include <QAbstractNativeEventFilter>
 #include <QApplication>
 #include <QByteArray>
 #include <QGuiApplication>
 #include <QWindow>
+#include <algorithm>
 
 #include "front/qt/Guard.h"
 #include "front/qt/WindowWidget.h"
@@ -160,7 +159,9 @@ void QtFrontEnd::syncOnce() {
     }
 }
 
-void QtFrontEnd::broughtToFront(ui::Window& w) { toFront_.insert(&w); }
+void QtFrontEnd::broughtToFront(ui::Window& w) {
+    toFront_.insert(&w);
+}
 
 void QtFrontEnd::modalBegins(ui::Window& w) {
     modal_.insert(&w);

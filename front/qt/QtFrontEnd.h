@@ -1,18 +1,17 @@
 #pragma once
 
+#include <QAbstractNativeEventFilter>
+#include <QCursor>
+#include <QElapsedTimer>
+#include <QObject>
+#include <QPointer>
 #include <map>
 #include <memory>
 #include <set>
 #include <vector>
 
-#include <QCursor>
-#include <QElapsedTimer>
-#include <QAbstractNativeEventFilter>
-#include <QObject>
-#include <QPointer>
-
-#include "ui/model/Toolkit.h"
 #include "front/qt/ArtCache.h"
+#include "ui/model/Toolkit.h"
 
 namespace zd::qt {
 

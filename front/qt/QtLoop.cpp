@@ -1,10 +1,9 @@
 #include "front/qt/QtLoop.h"
 
-#include <algorithm>
-
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QThread>
+#include <algorithm>
 
 #include "ui/model/Toolkit.h"
 
@@ -24,9 +23,13 @@ void QtLoop::attach(ui::Toolkit& toolkit) {
     arm();
 }
 
-std::int64_t QtLoop::now() const { return clock_.elapsed(); }
+std::int64_t QtLoop::now() const {
+    return clock_.elapsed();
+}
 
-void QtLoop::timersChanged() { arm(); }
+void QtLoop::timersChanged() {
+    arm();
+}
 
 void QtLoop::arm() {
     if (!toolkit_ || toolkit_->ended()) {

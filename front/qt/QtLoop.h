@@ -1,11 +1,10 @@
 #pragma once
 
+#include <QElapsedTimer>
+#include <QTimer>
 #include <cstdint>
 #include <functional>
 #include <vector>
-
-#include <QElapsedTimer>
-#include <QTimer>
 
 #include "ui/model/EventLoop.h"
 

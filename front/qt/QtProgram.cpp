@@ -5,9 +5,9 @@
 #include <QScreen>
 #include <QStandardPaths>
 
-#include "game/Start.h"
 #include "front/qt/DesktopPlatform.h"
 #include "front/qt/QtGerman.h"
+#include "game/Start.h"
 
 namespace zd::qt {
 

@@ -1,12 +1,11 @@
 #pragma once
 
 #include <QString>
-
 #include <memory>
 
+#include "front/qt/QtLoop.h"
 #include "game/program/Program.h"
 #include "system/Platform.h"
-#include "front/qt/QtLoop.h"
 
 namespace zd::qt {
 

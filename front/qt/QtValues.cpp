@@ -7,7 +7,9 @@
 
 namespace zd::qt {
 
-QString text(const std::string& utf8) { return QString::fromStdString(utf8); }
+QString text(const std::string& utf8) {
+    return QString::fromStdString(utf8);
+}
 
 QString captionText(const std::string& caption) {
     QString t = text(caption);
@@ -16,7 +18,9 @@ QString captionText(const std::string& caption) {
     return t;
 }
 
-QColor color(const ui::Color& c) { return QColor(c.r, c.g, c.b); }
+QColor color(const ui::Color& c) {
+    return QColor(c.r, c.g, c.b);
+}
 
 QFont fontOf(const ui::Font& f) {
     // The fonts of the design are Windows fonts; Liberation Sans has the

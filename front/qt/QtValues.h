@@ -1,10 +1,9 @@
 #pragma once
 
-#include <string>
-
 #include <QColor>
 #include <QFont>
 #include <QString>
+#include <string>
 
 #include "ui/model/Control.h"
 

@@ -1,19 +1,18 @@
 #include "front/qt/TextBoxMirror.h"
 
-#include <algorithm>
-
 #include <QEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPointer>
 #include <QRegion>
+#include <algorithm>
 
-#include "ui/model/Toolkit.h"
 #include "front/qt/Guard.h"
 #include "front/qt/Placement.h"
 #include "front/qt/QtFrontEnd.h"
 #include "front/qt/QtValues.h"
 #include "front/qt/WindowWidget.h"
+#include "ui/model/Toolkit.h"
 
 namespace zd::qt {
 

@@ -1,10 +1,9 @@
 #pragma once
 
-#include <map>
-#include <string>
-
 #include <QObject>
 #include <QSize>
+#include <map>
+#include <string>
 
 #include "ui/model/Window.h"
 

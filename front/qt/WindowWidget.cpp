@@ -11,7 +11,6 @@
 #include <QMoveEvent>
 #include <QPointer>
 
-#include "ui/model/Toolkit.h"
 #include "front/qt/ArtCache.h"
 #include "front/qt/ClientArea.h"
 #include "front/qt/Guard.h"
@@ -20,6 +19,7 @@
 #include "front/qt/QtFrontEnd.h"
 #include "front/qt/QtValues.h"
 #include "front/qt/TextBoxMirror.h"
+#include "ui/model/Toolkit.h"
 
 namespace zd::qt {
 
@@ -72,11 +72,17 @@ void WindowWidget::detach() {
     manualDrag_ = false;
 }
 
-QWidget* WindowWidget::clientArea() const { return client_; }
+QWidget* WindowWidget::clientArea() const {
+    return client_;
+}
 
-QMenuBar* WindowWidget::menuBar() const { return menus_ ? menus_->bar() : nullptr; }
+QMenuBar* WindowWidget::menuBar() const {
+    return menus_ ? menus_->bar() : nullptr;
+}
 
-QSize WindowWidget::clientSize() const { return client_->size(); }
+QSize WindowWidget::clientSize() const {
+    return client_->size();
+}
 
 QLineEdit* WindowWidget::lineEditFor(const ui::TextBox& box) const {
     return edits_->lineEditFor(box);

@@ -1,15 +1,14 @@
 #pragma once
 
+#include <QPoint>
+#include <QSize>
+#include <QWidget>
 #include <memory>
 #include <optional>
 #include <string>
 
-#include <QPoint>
-#include <QSize>
-#include <QWidget>
-
-#include "ui/model/Window.h"
 #include "front/qt/ClientScene.h"
+#include "ui/model/Window.h"
 
 class QLineEdit;
 class QMenuBar;

@@ -1,12 +1,11 @@
 #include <QApplication>
-
 #include <cstdio>
 #include <cstdlib>
 
-#include "game/Start.h"
 #include "front/qt/Guard.h"
 #include "front/qt/QtFrontEnd.h"
 #include "front/qt/QtProgram.h"
+#include "game/Start.h"
 
 int main(int argc, char* argv[]) {
     QApplication app(argc, argv);

@@ -1,7 +1,8 @@
 // The two message windows and the sequence every message keeps.
+#include "game/program/Messages.h"
+
 #include <string>
 
-#include "game/program/Messages.h"
 #include "system/Dateien.h"
 #include "system/Sound.h"
 
@@ -38,9 +39,13 @@ void answerWith(Program& p, ui::Window& w, int antwort) {
 
 }  // namespace
 
-Placement centred() { return Placement{}; }
+Placement centred() {
+    return Placement{};
+}
 
-Placement besideField(int dx, int dy) { return Placement{false, dx, dy}; }
+Placement besideField(int dx, int dy) {
+    return Placement{false, dx, dy};
+}
 
 void openDocument(Program& p, const std::string& datei) {
     const std::string pfad = sys::PfadMitTrenner(p.tk.App.Path) + datei;
@@ -81,11 +86,20 @@ void bindMessageWindows(Program& p) {
         w.Image1.Click = [&p, &w] { answerWith(p, w, 3); };
         w.Form_KeyDown = [&p, &w](int key) {
             switch (key) {
-                case 74: answerWith(p, w, 1); break;
-                case 78: answerWith(p, w, 2); break;
-                case 27: answerWith(p, w, 3); break;
-                case 112: openDocument(p, "Meldefenster.pdf"); break;
-                default: break;
+                case 74:
+                    answerWith(p, w, 1);
+                    break;
+                case 78:
+                    answerWith(p, w, 2);
+                    break;
+                case 27:
+                    answerWith(p, w, 3);
+                    break;
+                case 112:
+                    openDocument(p, "Meldefenster.pdf");
+                    break;
+                default:
+                    break;
             }
         };
         makeDraggable(p, w, w.lblName);

@@ -25,7 +25,7 @@ ui::Toolkit::Factory plain() {
 }  // namespace
 
 Program::Program(ui::EventLoop& loop, sys::Platform& platform, int screenWidthTwips,
-                   int screenHeightTwips)
+                 int screenHeightTwips)
     : tk(loop, screenWidthTwips, screenHeightTwips), platform(platform) {
     tk.App.Major = kVersionMajor;
     tk.App.Minor = kVersionMinor;

@@ -9,10 +9,10 @@
 #include "game/program/Die.h"
 #include "system/Platform.h"
 #include "ui/forms/Banks.h"
+#include "ui/forms/MessageWindows.h"
 #include "ui/forms/frmBesteDesign.h"
 #include "ui/forms/frmHintergrundDesign.h"
 #include "ui/forms/frmSpielfeldDesign.h"
-#include "ui/forms/MessageWindows.h"
 #include "ui/model/Toolkit.h"
 
 namespace zd {
@@ -50,7 +50,7 @@ struct EventRoutines {
 class Program {
 public:
     Program(ui::EventLoop& loop, sys::Platform& platform, int screenWidthTwips,
-             int screenHeightTwips);
+            int screenHeightTwips);
 
     ui::FrmSpielfeld& frmSpielfeld() { return tk.use<ui::FrmSpielfeld>("frmSpielfeld"); }
     ui::FrmBilder& frmBilder() { return tk.use<ui::FrmBilder>("frmBilder"); }

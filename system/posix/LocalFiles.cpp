@@ -1,14 +1,14 @@
 #include "system/LocalFiles.h"
 
-#include <fcntl.h>
-#include <sys/file.h>
-
 #include <cerrno>
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
 #include <thread>
+
+#include <fcntl.h>
+#include <sys/file.h>
 
 #include "system/FileRules.h"
 #include "system/posix/FileCalls.h"
@@ -106,7 +106,9 @@ bool LocalFiles::createFolder(const std::string& path) {
 }
 
 // Files only: a folder of that name stays.
-bool LocalFiles::deleteFile(const std::string& path) { return calls_->unlink(path.c_str()) == 0; }
+bool LocalFiles::deleteFile(const std::string& path) {
+    return calls_->unlink(path.c_str()) == 0;
+}
 
 std::optional<std::string> LocalFiles::readLines(const std::string& path, int lines, int& error) {
     const int fd = calls_->open(path.c_str(), O_RDONLY | O_CLOEXEC, 0);

@@ -11,7 +11,9 @@ BOOL FileCalls::CreateDirectoryA(LPCSTR path, LPSECURITY_ATTRIBUTES attributes) 
 HFILE FileCalls::OpenFile(LPCSTR path, LPOFSTRUCT record, UINT style) {
     return ::OpenFile(path, record, style);
 }
-BOOL FileCalls::DeleteFileA(LPCSTR path) { return ::DeleteFileA(path); }
+BOOL FileCalls::DeleteFileA(LPCSTR path) {
+    return ::DeleteFileA(path);
+}
 // The few ways the game opens a file differ only in access, sharing and
 // disposition; none needs security attributes, flags or a template.
 HANDLE FileCalls::CreateFileA(LPCSTR path, DWORD access, DWORD share, DWORD disposition) {
@@ -23,8 +25,12 @@ BOOL FileCalls::ReadFile(HANDLE file, LPVOID buffer, DWORD size, LPDWORD got) {
 BOOL FileCalls::WriteFile(HANDLE file, LPCVOID buffer, DWORD size, LPDWORD written) {
     return ::WriteFile(file, buffer, size, written, nullptr);
 }
-BOOL FileCalls::FlushFileBuffers(HANDLE file) { return ::FlushFileBuffers(file); }
-BOOL FileCalls::CloseHandle(HANDLE handle) { return ::CloseHandle(handle); }
+BOOL FileCalls::FlushFileBuffers(HANDLE file) {
+    return ::FlushFileBuffers(file);
+}
+BOOL FileCalls::CloseHandle(HANDLE handle) {
+    return ::CloseHandle(handle);
+}
 BOOL FileCalls::MoveFileExA(LPCSTR from, LPCSTR to, DWORD flags) {
     return ::MoveFileExA(from, to, flags);
 }

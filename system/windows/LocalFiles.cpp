@@ -23,12 +23,14 @@ constexpr DWORD kChunk = 16384;
 // The platform speaks in C errno values on every system.
 int errnoOf(DWORD code, const std::string& path) {
     switch (code) {
-        case ERROR_FILE_NOT_FOUND: return ENOENT;
+        case ERROR_FILE_NOT_FOUND:
+            return ENOENT;
         case ERROR_PATH_NOT_FOUND:
         case ERROR_INVALID_NAME:
         case ERROR_INVALID_DRIVE:
         case ERROR_BAD_NETPATH:
-        case ERROR_BAD_NET_NAME: return ENOTDIR;
+        case ERROR_BAD_NET_NAME:
+            return ENOTDIR;
         case ERROR_ACCESS_DENIED: {
             // Opening a folder as a file is refused as if it were locked.
             std::error_code ec;
@@ -36,12 +38,16 @@ int errnoOf(DWORD code, const std::string& path) {
         }
         case ERROR_SHARING_VIOLATION:
         case ERROR_LOCK_VIOLATION:
-        case ERROR_WRITE_PROTECT: return EACCES;
+        case ERROR_WRITE_PROTECT:
+            return EACCES;
         case ERROR_FILE_EXISTS:
-        case ERROR_ALREADY_EXISTS: return EEXIST;
+        case ERROR_ALREADY_EXISTS:
+            return EEXIST;
         case ERROR_DISK_FULL:
-        case ERROR_HANDLE_DISK_FULL: return ENOSPC;
-        default: return EIO;
+        case ERROR_HANDLE_DISK_FULL:
+            return ENOSPC;
+        default:
+            return EIO;
     }
 }
 
@@ -182,9 +188,9 @@ bool LocalFiles::replaceFile(const std::string& path, const std::string& bytes, 
 }
 
 std::unique_ptr<FileLock> LocalFiles::lockFile(const std::string& path, int& error) {
-    const HANDLE file = calls_->CreateFileA(path.c_str(), GENERIC_READ | GENERIC_WRITE,
-                                            FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                                            OPEN_ALWAYS);
+    const HANDLE file =
+        calls_->CreateFileA(path.c_str(), GENERIC_READ | GENERIC_WRITE,
+                            FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, OPEN_ALWAYS);
     if (file == INVALID_HANDLE_VALUE) {
         error = errnoOf(GetLastError(), path);
         return nullptr;

@@ -1,11 +1,12 @@
 #include "system/Process.h"
 
-#include <fcntl.h>
-#include <io.h>
-#include <windows.h>
-
 #include <cstdio>
 #include <filesystem>
+
+#include <windows.h>
+
+#include <fcntl.h>
+#include <io.h>
 
 namespace zd::sys {
 

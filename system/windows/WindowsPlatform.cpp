@@ -1,6 +1,7 @@
 #include "system/windows/WindowsPlatform.h"
 
 #include <windows.h>
+
 #include <mmsystem.h>
 #include <shellapi.h>
 
@@ -8,9 +9,13 @@
 
 namespace zd::sys {
 
-std::string WindowsPlatform::programFolder() { return ownProgramFolder(); }
+std::string WindowsPlatform::programFolder() {
+    return ownProgramFolder();
+}
 
-int WindowsPlatform::waveOutputCount() { return static_cast<int>(waveOutGetNumDevs()); }
+int WindowsPlatform::waveOutputCount() {
+    return static_cast<int>(waveOutGetNumDevs());
+}
 
 // Plays on in the background; a path that cannot be played stays silent
 // instead of giving the system's default sound.

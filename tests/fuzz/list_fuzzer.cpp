@@ -1,13 +1,13 @@
 // Any bytes at all as the best list's file: the start must come through,
 // leave at most five entries, and a mark of 0 or more.
-#include <unistd.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <string>
+
+#include <unistd.h>
 
 #include "front/drive/Harness.h"
 
@@ -38,7 +38,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     zd::Program& p = harness.program();
     harness.answer = [&p] { return p.tk.click(p.frmMsgOk().lblOk); };
     harness.start();
-    if (!p.frmSpielfeld().visible() || p.frmBeste().lstPunkte.ListCount() > 5 || p.g.Bestmarke < 0) {
+    if (!p.frmSpielfeld().visible() || p.frmBeste().lstPunkte.ListCount() > 5 ||
+        p.g.Bestmarke < 0) {
         __builtin_trap();
     }
     return 0;

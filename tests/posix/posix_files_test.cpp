@@ -1,14 +1,13 @@
 // What only POSIX systems do: the user's data folder by the XDG rules, a
 // missing folder on the way, and the lock as other processes see it.
-#include <gtest/gtest.h>
-
-#include <fcntl.h>
-#include <sys/file.h>
-#include <unistd.h>
-
 #include <cstdlib>
 #include <optional>
 #include <string>
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/file.h>
+#include <unistd.h>
 
 #include "Files.h"
 #include "system/Dateien.h"

@@ -1,9 +1,9 @@
 // The Qt layer against the real windows of the program, on Qt's offscreen
 // platform: what is painted, and that input reaches the model.
 
-#include <gtest/gtest.h>
-
 #include <QApplication>
+#include <QDir>
+#include <QFile>
 #include <QImage>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -12,31 +12,29 @@
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPointer>
-#include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 #include <QTimer>
-
 #include <algorithm>
 #include <cstdlib>
 #include <functional>
 #include <memory>
-#include <functional>
 #include <sstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
-#include "game/program/Program.h"
-#include "game/Start.h"
-#include "front/qt/ArtCache.h"
-#include "front/qt/QtFrontEnd.h"
+#include <gtest/gtest.h>
+
 #include "front/drive/Harness.h"
+#include "front/qt/ArtCache.h"
+#include "front/qt/Placement.h"
+#include "front/qt/QtFrontEnd.h"
 #include "front/qt/QtLoop.h"
 #include "front/qt/QtPlatform.h"
 #include "front/qt/QtProgram.h"
-#include "front/qt/Placement.h"
 #include "front/qt/WindowWidget.h"
+#include "game/Start.h"
+#include "game/program/Program.h"
 
 namespace {
 
@@ -95,8 +93,7 @@ void sendMouse(QWidget* target, QEvent::Type type, QPoint pos) {
     const Qt::MouseButtons held =
         type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(Qt::LeftButton);
     QMouseEvent e(type, QPointF(pos), QPointF(target->mapToGlobal(pos)),
-                  type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton, held,
-                  Qt::NoModifier);
+                  type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton, held, Qt::NoModifier);
     QCoreApplication::sendEvent(target, &e);
 }
 
@@ -140,8 +137,9 @@ TEST(QtArt, RenderingsKeptOnDiskComeBackAlikeAndGoWhenTheSheetChanges) {
     ASSERT_TRUE(QFile::copy(assets + "/bilder.svg", home.filePath("bilder.svg")));
     const std::string folder = home.path().toStdString();
 
-    const QImage first =
-        zd::qt::ArtCache(folder, disk.path()).pixmap("bilder", "die_3", QSize(69, 66), 2.0).toImage();
+    const QImage first = zd::qt::ArtCache(folder, disk.path())
+                             .pixmap("bilder", "die_3", QSize(69, 66), 2.0)
+                             .toImage();
     ASSERT_FALSE(first.isNull());
     // A rendering counts only for the sheet it came from: without it, nothing.
     QFile::rename(home.filePath("bilder.svg"), home.filePath("moved.svg"));
@@ -149,26 +147,29 @@ TEST(QtArt, RenderingsKeptOnDiskComeBackAlikeAndGoWhenTheSheetChanges) {
                     .pixmap("bilder", "die_3", QSize(69, 66), 2.0)
                     .isNull());
     QFile::rename(home.filePath("moved.svg"), home.filePath("bilder.svg"));
-    const QImage again =
-        zd::qt::ArtCache(folder, disk.path()).pixmap("bilder", "die_3", QSize(69, 66), 2.0).toImage();
+    const QImage again = zd::qt::ArtCache(folder, disk.path())
+                             .pixmap("bilder", "die_3", QSize(69, 66), 2.0)
+                             .toImage();
     EXPECT_EQ(again, first);
 
     // A new sheet of the same name is not mistaken for the old one.
     QFile sheet(home.filePath("bilder.svg"));
     ASSERT_TRUE(sheet.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    sheet.write("<svg xmlns='http://www.w3.org/2000/svg' width='69' height='66'>"
-                "<g id='die_3'><rect width='69' height='66' fill='#ff0000'/></g></svg>");
+    sheet.write(
+        "<svg xmlns='http://www.w3.org/2000/svg' width='69' height='66'>"
+        "<g id='die_3'><rect width='69' height='66' fill='#ff0000'/></g></svg>");
     sheet.close();
-    const QImage changed =
-        zd::qt::ArtCache(folder, disk.path()).pixmap("bilder", "die_3", QSize(69, 66), 2.0).toImage();
+    const QImage changed = zd::qt::ArtCache(folder, disk.path())
+                               .pixmap("bilder", "die_3", QSize(69, 66), 2.0)
+                               .toImage();
     EXPECT_EQ(changed.pixelColor(10, 10), QColor(255, 0, 0));
 }
 
 TEST(QtWindows, EveryWindowPaintsAtSingleAndDoubleDensity) {
     Program program;
     zd::Program& p = program.p;
-    std::vector<zd::ui::Window*> windows = {&p.frmHintergrund(), &p.frmSpielfeld(),
-                                            &p.frmBeste(), &p.frmMsgOk(), &p.frmMsgJa()};
+    std::vector<zd::ui::Window*> windows = {&p.frmHintergrund(), &p.frmSpielfeld(), &p.frmBeste(),
+                                            &p.frmMsgOk(), &p.frmMsgJa()};
     for (zd::ui::Window* w : windows) {
         program.show(*w);
         WindowWidget& widget = program.widget(*w);
@@ -512,8 +513,7 @@ TEST(QtGame, HilfeAndInfoLookPressedUnderAnyButtonButOnlyTheLeftOneClicks) {
         sendButton(client, QEvent::MouseButtonPress, centre(*widget, f.lblAllgemein), button);
         EXPECT_TRUE(zd::ui::sameObject(f.lblAllgemein.picture, b.cmdallgemeinGruen.picture));
         sendButton(client, QEvent::MouseButtonRelease, centre(*widget, f.lblAllgemein), button);
-        EXPECT_TRUE(
-            zd::ui::sameObject(f.lblAllgemein.picture, b.cmdBeschreibungenAuswahl.picture));
+        EXPECT_TRUE(zd::ui::sameObject(f.lblAllgemein.picture, b.cmdBeschreibungenAuswahl.picture));
         EXPECT_EQ(p.tk.loaded("frmMsgOk"), nullptr);
     }
 }

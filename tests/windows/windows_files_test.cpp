@@ -2,15 +2,15 @@
 // OpenFile's error code, a folder made one level deep, DeleteFileA that
 // leaves folders, the lock as other handles see it, and the data folder
 // when the Windows folder cannot be found.
-#include <gtest/gtest.h>
-
 #include <filesystem>
 #include <fstream>
 #include <string>
 
+#include <gtest/gtest.h>
+
 #include "Files.h"
-#include "RecordingCalls.h"
 #include "PlayerBot.h"
+#include "RecordingCalls.h"
 #include "system/Dateien.h"
 #include "system/windows/WindowsPlatform.h"
 

@@ -6,13 +6,6 @@
 // paper follows its own resolution (a 192 dpi screenshot of a window at
 // scale 2 comes out as large as the one at scale 1), a little reduced, and
 // never wider than the text.
-#include <algorithm>
-#include <cmath>
-#include <cstdio>
-#include <functional>
-#include <utility>
-#include <vector>
-
 #include <QAbstractTextDocumentLayout>
 #include <QFile>
 #include <QFileInfo>
@@ -30,6 +23,12 @@
 #include <QTextFrame>
 #include <QTextList>
 #include <QTextTable>
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <functional>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -315,7 +314,9 @@ void styleCaptions(QTextDocument& doc, const Units& u) {
     }
 }
 
-int pageOf(qreal y, qreal pageHeight) { return static_cast<int>(std::floor(y / pageHeight)); }
+int pageOf(qreal y, qreal pageHeight) {
+    return static_cast<int>(std::floor(y / pageHeight));
+}
 
 // A heading never ends a page, a picture keeps its caption, and a paragraph
 // that ends in a colon stays with what it introduces: each goes over to the

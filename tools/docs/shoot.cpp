@@ -10,12 +10,6 @@
 // The program runs on Qt's offscreen platform unless QT_QPA_PLATFORM says
 // otherwise, with data and cache folders of its own: the player's best
 // list is never read or touched.
-#include <cstdio>
-#include <cstdlib>
-#include <deque>
-#include <functional>
-#include <string>
-
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -30,15 +24,20 @@
 #include <QPixmap>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <cstdio>
+#include <cstdlib>
+#include <deque>
+#include <functional>
+#include <string>
 
-#include "game/program/Program.h"
-#include "game/Start.h"
-#include "ui/model/Toolkit.h"
 #include "front/qt/Guard.h"
+#include "front/qt/Placement.h"
 #include "front/qt/QtFrontEnd.h"
 #include "front/qt/QtProgram.h"
-#include "front/qt/Placement.h"
 #include "front/qt/WindowWidget.h"
+#include "game/Start.h"
+#include "game/program/Program.h"
+#include "ui/model/Toolkit.h"
 
 namespace {
 

@@ -25,7 +25,8 @@ int main(int argc, char* argv[]) {
         painter.setRenderHint(QPainter::Antialiasing);
         renderer.render(&painter, QStringLiteral("icon_transparent"), QRectF(0, 0, size, size));
         painter.end();
-        const QString dir = QStringLiteral("%1/%2x%2").arg(QString::fromLocal8Bit(argv[2])).arg(size);
+        const QString dir =
+            QStringLiteral("%1/%2x%2").arg(QString::fromLocal8Bit(argv[2])).arg(size);
         QDir().mkpath(dir);
         if (!image.save(dir + QStringLiteral("/zifferndach.png"))) return 1;
         std::printf("%s/zifferndach.png\n", qPrintable(dir));

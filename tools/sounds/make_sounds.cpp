@@ -93,13 +93,13 @@ void addStruck(Buffer& buf, double start, double freq, double gain, double lengt
 
 struct Voice {
     double freq;
-    double glideTo;       // end frequency (equal to freq for a steady pitch)
+    double glideTo;  // end frequency (equal to freq for a steady pitch)
     double gain;
-    double brightness;    // larger = more upper harmonics
-    double rolloff;       // spectral slope exponent, 1 = sawtooth-like
+    double brightness;  // larger = more upper harmonics
+    double rolloff;     // spectral slope exponent, 1 = sawtooth-like
     double attack;
     double release;
-    double decay;         // slow overall fade while the note sounds, 1/s
+    double decay;  // slow overall fade while the note sounds, 1/s
     double vibratoHz;
     double vibratoDepth;  // relative frequency deviation at full depth
     double vibratoDelay;  // vibrato fades in after this many seconds
@@ -111,7 +111,8 @@ void addVoice(Buffer& buf, double start, double length, const Voice& v) {
     const std::size_t first = toSamples(start);
     const std::size_t count = toSamples(length);
     ensureLength(buf, first + count);
-    const int harmonics = std::max(1, static_cast<int>(kMaxPartialHz / std::max(v.freq, v.glideTo)));
+    const int harmonics =
+        std::max(1, static_cast<int>(kMaxPartialHz / std::max(v.freq, v.glideTo)));
     std::vector<double> weight(static_cast<std::size_t>(harmonics));
     for (int n = 1; n <= harmonics; ++n) {
         weight[static_cast<std::size_t>(n - 1)] =
@@ -131,7 +132,8 @@ void addVoice(Buffer& buf, double start, double length, const Voice& v) {
         for (int n = 1; n <= harmonics; ++n) {
             s += weight[static_cast<std::size_t>(n - 1)] * std::sin(kTwoPi * n * phase);
         }
-        buf[first + i] += v.gain * std::exp(-v.decay * t) * gate(t, length, v.attack, v.release) * s;
+        buf[first + i] +=
+            v.gain * std::exp(-v.decay * t) * gate(t, length, v.attack, v.release) * s;
     }
 }
 
@@ -195,7 +197,8 @@ void finish(Buffer& buf) {
 }
 
 void putLE(std::vector<unsigned char>& out, std::uint32_t value, int bytes) {
-    for (int i = 0; i < bytes; ++i) out.push_back(static_cast<unsigned char>((value >> (8 * i)) & 0xFFu));
+    for (int i = 0; i < bytes; ++i)
+        out.push_back(static_cast<unsigned char>((value >> (8 * i)) & 0xFFu));
 }
 
 void putTag(std::vector<unsigned char>& out, const char (&tag)[5]) {
@@ -216,11 +219,11 @@ bool writeWav(const std::filesystem::path& path, const Buffer& buf) {
     putLE(out, 36 + dataBytes, 4);
     putTag(out, "WAVE");
     putTag(out, "fmt ");
-    putLE(out, 16, 4);                     // fmt chunk size
-    putLE(out, 1, 2);                      // PCM
+    putLE(out, 16, 4);  // fmt chunk size
+    putLE(out, 1, 2);   // PCM
     putLE(out, kChannels, 2);
     putLE(out, kRate, 4);
-    putLE(out, kRate * kBlockAlign, 4);    // byte rate
+    putLE(out, kRate * kBlockAlign, 4);  // byte rate
     putLE(out, kBlockAlign, 2);
     putLE(out, kBits, 2);
     putTag(out, "data");
@@ -332,7 +335,8 @@ Buffer makeWhoosh() {
     for (std::size_t i = 0; i < count; ++i) {
         const double u = static_cast<double>(i) / static_cast<double>(count);
         // Map u so the curve peaks at kPeakAt: rises faster than it falls.
-        const double w = u < kPeakAt ? 0.5 * u / kPeakAt : 0.5 + 0.5 * (u - kPeakAt) / (1.0 - kPeakAt);
+        const double w =
+            u < kPeakAt ? 0.5 * u / kPeakAt : 0.5 + 0.5 * (u - kPeakAt) / (1.0 - kPeakAt);
         const double shape = std::sin(kPi * w);  // 0 -> 1 -> 0
         const double centre = kLowHz * std::pow(kHighHz / kLowHz, shape);
         const double x = noise.next();

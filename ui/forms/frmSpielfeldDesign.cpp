@@ -7,7 +7,9 @@ namespace {
 constexpr Color kPale{226, 230, 242};
 constexpr Color kBlue{0, 0, 255};
 
-Font arial(double points) { return Font{"Arial", points, true}; }
+Font arial(double points) {
+    return Font{"Arial", points, true};
+}
 
 }  // namespace
 
@@ -29,8 +31,8 @@ Image& FrmSpielfeld::makeImage(const char* name, int left, int top, int width, i
     return img;
 }
 
-Image& FrmSpielfeld::makeButton(const char* name, int left, int top, int width,
-                                const char* element, int widthPx, const char* tip) {
+Image& FrmSpielfeld::makeButton(const char* name, int left, int top, int width, const char* element,
+                                int widthPx, const char* tip) {
     Image& img = makeImage(name, left, top, width, 630, design("spielfeld", element, widthPx, 42));
     img.handCursor = true;
     img.ToolTipText = tip;
@@ -42,10 +44,12 @@ FrmSpielfeld::FrmSpielfeld(Toolkit& tk)
       lblHilfe(makeImage("lblHilfe", 330, 1170, 1440, 630, design("bilder", "btn_hilfe", 96, 42))),
       lblAllgemein(
           makeImage("lblAllgemein", 330, 1860, 1440, 630, design("bilder", "btn_info", 96, 42))),
-      Image2(makeImage("Image2", 150, 2820, 2865, 630, design("spielfeld", "plate_andrea", 191, 42))),
-      Image3(makeImage("Image3", 150, 3450, 2865, 630, design("spielfeld", "plate_thomas", 191, 42))),
-      Image4(
-          makeImage("Image4", 150, 4080, 2865, 630, design("spielfeld", "plate_victoria", 191, 42))),
+      Image2(
+          makeImage("Image2", 150, 2820, 2865, 630, design("spielfeld", "plate_andrea", 191, 42))),
+      Image3(
+          makeImage("Image3", 150, 3450, 2865, 630, design("spielfeld", "plate_thomas", 191, 42))),
+      Image4(makeImage("Image4", 150, 4080, 2865, 630,
+                       design("spielfeld", "plate_victoria", 191, 42))),
       Image5(
           makeImage("Image5", 180, 4710, 2865, 630, design("spielfeld", "plate_spieler", 191, 42))),
       imgNeu(makeButton("imgNeu", 60, 5400, 2985, "btn_neu", 199, "Neues Spiel beginnen")),

@@ -67,7 +67,9 @@ void ListBox::setList(int row, const std::string& text) {
     if (row >= 0 && row < ListCount()) items_[static_cast<std::size_t>(row)] = text;
 }
 
-void TextBox::SetFocus() { window().focus = this; }
+void TextBox::SetFocus() {
+    window().focus = this;
+}
 
 char CommandButton::accessKey() const {
     auto amp = Caption.find('&');
@@ -78,7 +80,9 @@ char CommandButton::accessKey() const {
 Timer::Timer(Window& window, std::string name, int index)
     : Control(window, std::move(name), index) {}
 
-Timer::~Timer() { window().toolkit().timers().remove(*this); }
+Timer::~Timer() {
+    window().toolkit().timers().remove(*this);
+}
 
 Timer::EnabledProperty& Timer::EnabledProperty::operator=(bool on) {
     const bool wasRunning = t_.running();

@@ -31,6 +31,8 @@ private:
     std::int64_t nextHandle_ = 1;
 };
 
-inline bool sameObject(const Picture& a, const Picture& b) { return a.get() == b.get(); }
+inline bool sameObject(const Picture& a, const Picture& b) {
+    return a.get() == b.get();
+}
 
 }  // namespace zd::ui

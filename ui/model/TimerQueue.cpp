@@ -42,7 +42,9 @@ Timer* TimerQueue::takeDue(std::int64_t now) {
     return timer;
 }
 
-std::uint64_t TimerQueue::generationOf(const Timer& timer) { return timer.generation_; }
+std::uint64_t TimerQueue::generationOf(const Timer& timer) {
+    return timer.generation_;
+}
 
 void TimerQueue::rearm(Timer& timer, std::uint64_t generationBefore, std::int64_t now) {
     if (timer.generation_ != generationBefore || !timer.running() || timer.queued_) return;

@@ -56,7 +56,10 @@ bool menuReachable(const MenuItem& item) {
 }  // namespace
 
 Toolkit::Toolkit(EventLoop& loop, int screenWidthTwips, int screenHeightTwips)
-    : loop_(loop), timers_(loop), screenWidth_(screenWidthTwips), screenHeight_(screenHeightTwips) {}
+    : loop_(loop),
+      timers_(loop),
+      screenWidth_(screenWidthTwips),
+      screenHeight_(screenHeightTwips) {}
 
 Toolkit::~Toolkit() {
     // Timers unhook themselves from the queue as their windows go.
@@ -64,9 +67,13 @@ Toolkit::~Toolkit() {
     windows_.clear();
 }
 
-void Toolkit::define(const std::string& name, Factory make) { factories_[name] = std::move(make); }
+void Toolkit::define(const std::string& name, Factory make) {
+    factories_[name] = std::move(make);
+}
 
-bool Toolkit::defines(std::string_view name) const { return factories_.find(name) != factories_.end(); }
+bool Toolkit::defines(std::string_view name) const {
+    return factories_.find(name) != factories_.end();
+}
 
 Window& Toolkit::use(std::string_view name) {
     if (auto it = windows_.find(name); it != windows_.end()) return *it->second;
@@ -117,7 +124,9 @@ void Toolkit::raise(Window& w) {
     stacking_.push_back(&w);
 }
 
-Window* Toolkit::topVisible() const { return stacking_.empty() ? nullptr : stacking_.back(); }
+Window* Toolkit::topVisible() const {
+    return stacking_.empty() ? nullptr : stacking_.back();
+}
 
 void Toolkit::activate(Window* w) {
     if (w == active_) return;
@@ -273,7 +282,8 @@ bool Toolkit::shortcut(std::string_view keys) {
         const int code = keyCodeOf(keys.substr(4));
         for (const auto& c : w->controls()) {
             auto* button = dynamic_cast<CommandButton*>(c.get());
-            if (button && button->accessKey() == code && button->takesInput()) return click(*button);
+            if (button && button->accessKey() == code && button->takesInput())
+                return click(*button);
         }
         return false;
     }
