@@ -14,7 +14,6 @@
 #include "front/qt/QtFrontEnd.h"
 #include "front/qt/QtProgram.h"
 #include "front/qt/WindowWidget.h"
-#include "game/Start.h"
 
 namespace {
 
@@ -68,10 +67,8 @@ int main(int argc, char* argv[]) {
     int result = 0;
     zd::qt::guarded([&] {
         zd::qt::QtProgram program;
-        zd::Program& p = program.p;
-        zd::qt::QtFrontEnd frontEnd(p.tk, zd::qt::QtProgram::artCache());
-        p.tk.dispatch([&p] { zd::Main(p); });
-        if (QWidget* field = frontEnd.widgetFor(p.frmSpielfeld()))
+        program.start();
+        if (QWidget* field = program.frontEnd.widgetFor(program.p.frmSpielfeld()))
             field->installEventFilter(&probe);
         result = QApplication::exec();
     });

@@ -17,7 +17,6 @@
 #include "front/qt/Guard.h"
 #include "front/qt/QtFrontEnd.h"
 #include "front/qt/QtProgram.h"
-#include "game/Start.h"
 
 namespace {
 
@@ -60,8 +59,7 @@ int main(int argc, char* argv[]) {
         zd::qt::QtProgram program;
         zd::Program& p = program.p;
         p.die.fixed = [] { return 3; };  // ties only: the game never ends
-        zd::qt::QtFrontEnd frontEnd(p.tk);
-        p.tk.dispatch([&p] { zd::Main(p); });
+        program.start();
         zd::ui::FrmSpielfeld& f = p.frmSpielfeld();
 
         // The start arrow alone, for 10 s after a first second in which the

@@ -269,7 +269,7 @@ void PruefeBestmarke(Program& p) {
     if (g.NeuerEintrag) TrageBesteEin(p, g.EintragPlatz);
 }
 
-void TrageBesteEin(Program& p, std::int16_t& platz) {
+void TrageBesteEin(Program& p, std::int16_t platz) {
     ui::FrmBeste& f = p.frmBeste();
     std::array<std::string, kEntries> punkte;
     std::array<std::string, kEntries> namen;

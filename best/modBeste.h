@@ -16,7 +16,7 @@ void LeseBeste(Program& p);
 void SpeichereBeste(Program& p);
 
 void PruefeBestmarke(Program& p);
-void TrageBesteEin(Program& p, std::int16_t& platz);
+void TrageBesteEin(Program& p, std::int16_t platz);
 
 void bindFrmBeste(Program& p, ui::FrmBeste& f);
 

@@ -10,58 +10,54 @@ namespace zd {
 
 namespace {
 
-void starte(ui::Timer& t, int ms) {
+void startTimer(ui::Timer& t, int ms) {
     t.Enabled = true;
     t.Interval = ms;
 }
 
-void stoppe(ui::Timer& t) {
+void stopTimer(ui::Timer& t) {
     t.Enabled = false;
     t.Interval = 0;
 }
 
-int stelle(int index) {
-    return index == 1 ? 1 : index == 2 ? 10 : 100;
-}
-
-class Spielfeld {
+class FieldEvents {
 public:
-    Spielfeld(Program& p, ui::FrmSpielfeld& f) : p_(p), g_(p.g), f_(f) {}
+    FieldEvents(Program& p, ui::FrmSpielfeld& f) : p_(p), g_(p.g), f_(f) {}
 
     void Form_Load() {
-        starte(f_.timStart, 400);
+        startTimer(f_.timStart, 400);
         f_.lblInfo.Caption = "Klicke auf »Neues Spiel«";
         f_.lblGewonnen.Caption = "";
-        blankeZiffern();
+        blankDigits();
         f_.Caption = "Zifferndach  Vers: " + p_.tk.App.version();
-        for (int i = 0; i <= 3; ++i) f_.imgWurf[i].picture = bilder().imgWurf[0].picture;
-        f_.imgAuswahlTreffen.picture = bilder().imgPfeilLinks[2].picture;
-        f_.imgNeuerWurf.picture = bilder().imgPfeilLinks[2].picture;
+        for (int i = 0; i <= 3; ++i) f_.imgWurf[i].picture = bank().imgWurf[0].picture;
+        f_.imgAuswahlTreffen.picture = bank().imgPfeilLinks[2].picture;
+        f_.imgNeuerWurf.picture = bank().imgPfeilLinks[2].picture;
         f_.imgWuerfeln.Visible = false;
     }
 
     // Whenever the field becomes the active window the credits go blank,
     // until the next ZeigeGuthaben draws them.
-    void Form_Activate() { blankeZiffern(); }
+    void Form_Activate() { blankDigits(); }
 
     void Form_Unload() {
-        stoppe(f_.timComputerDrehe);
-        stoppe(f_.timComputerStopp);
-        stoppe(f_.timDrehen);
+        stopTimer(f_.timComputerDrehe);
+        stopTimer(f_.timComputerStopp);
+        stopTimer(f_.timDrehen);
         p_.tk.end();
     }
 
     void imgNeu_Click() {
         f_.mnuSpiel[1].Enabled = false;
-        stoppe(f_.timStart);
-        f_.imgStart.picture = bilder().imgPfeilLinks[2].picture;
+        stopTimer(f_.timStart);
+        f_.imgStart.picture = bank().imgPfeilLinks[2].picture;
         f_.imgNeu.Visible = false;
         ZeigeWuerfeln();
         ZeigeGuthaben(p_);
     }
 
     void ZeigeWuerfeln() {
-        f_.imgNeuerWurf.picture = bilder().imgPfeilrechts[1].picture;
+        f_.imgNeuerWurf.picture = bank().imgPfeilrechts[1].picture;
         f_.imgWuerfeln.Visible = true;
         f_.lblInfo.Caption = "Klicke auf »Würfeln«";
     }
@@ -69,24 +65,24 @@ public:
     void imgWuerfeln_Click() {
         f_.lblInfo.Caption = "";
         f_.imgWuerfeln.Visible = false;
-        f_.imgNeuerWurf.picture = bilder().imgPfeilrechts[2].picture;
-        starte(f_.timZeit, 700);
-        starte(f_.timDrehen, 30);
+        f_.imgNeuerWurf.picture = bank().imgPfeilrechts[2].picture;
+        startTimer(f_.timZeit, 700);
+        startTimer(f_.timDrehen, 30);
     }
 
     void SpielerDrehen() {
         f_.DrehBild = (f_.DrehBild + 1) % 3;
-        f_.imgWurf[0].picture = bilder().imgDreh[f_.DrehBild].picture;
+        f_.imgWurf[0].picture = bank().imgDreh[f_.DrehBild].picture;
     }
 
     void timZeit_Timer() {
-        stoppe(f_.timDrehen);
-        stoppe(f_.timZeit);
+        stopTimer(f_.timDrehen);
+        stopTimer(f_.timZeit);
         WurfAuswerten();
     }
 
     void WurfAuswerten() {
-        ui::FrmBilder& b = bilder();
+        ui::FrmBilder& b = bank();
         f_.lblGewonnen.Caption = "";
         f_.imgNeuerWurf.picture = b.imgPfeilrechts[2].picture;
         f_.imgWuerfeln.Visible = false;
@@ -100,7 +96,7 @@ public:
 
         if (g_.WurfNummer == 1 || g_.WurfNummer == 2) {
             for (int i = 1; i <= 3; ++i) {
-                if (!frei(f_.imgWurf[i])) continue;
+                if (!isFree(p_, f_.imgWurf[i])) continue;
                 f_.imgAuswahl[i].Visible = true;
                 f_.lblInfo.Caption = "Treffe eine Auswahl";
                 if (g_.Belegt[i]) f_.imgAuswahl[i].Visible = false;
@@ -111,8 +107,8 @@ public:
 
         // The third throw goes to the one place left, with no question.
         int platz = 1;
-        while (platz < 3 && !frei(f_.imgWurf[platz])) ++platz;
-        g_.Ergebnis[0] += stelle(platz) * f_.Wurf;
+        while (platz < 3 && !isFree(p_, f_.imgWurf[platz])) ++platz;
+        g_.Ergebnis[0] += placeValue(platz - 1) * f_.Wurf;
         f_.lblErgebnis[0].Caption = std::to_string(g_.Ergebnis[0]);
         f_.imgWurf[platz].picture = b.imgWurf[f_.Wurf].picture;
         if (g_.Gewinner[1]) {
@@ -124,11 +120,11 @@ public:
     }
 
     void imgAuswahl_Click(int index) {
-        ui::FrmBilder& b = bilder();
+        ui::FrmBilder& b = bank();
         f_.imgWurf[0].picture = b.imgWurf[0].picture;
         f_.imgAuswahlTreffen.picture = b.imgPfeilrechts[2].picture;
         g_.Belegt[index] = true;
-        g_.Ergebnis[0] += f_.Wurf * stelle(index);
+        g_.Ergebnis[0] += f_.Wurf * placeValue(index - 1);
         f_.lblErgebnis[0].Caption = std::to_string(g_.Ergebnis[0]);
         f_.imgWurf[index].picture = b.imgWurf[f_.Wurf].picture;
         for (int i = 1; i <= 3; ++i) f_.imgAuswahl[i].Visible = false;
@@ -140,19 +136,19 @@ public:
 
     void PfeilBlinken() {
         f_.PfeilBild = (f_.PfeilBild + 1) % 2;
-        f_.imgStart.picture = bilder().imgPfeilLinks[f_.PfeilBild].picture;
+        f_.imgStart.picture = bank().imgPfeilLinks[f_.PfeilBild].picture;
     }
 
     void ComputerDrehen() {
         ui::Image& wuerfel = f_.imgWurf[g_.AktiverComputer + 3];
         wuerfel.Visible = true;
         f_.DrehBild = (f_.DrehBild + 1) % 3;
-        wuerfel.picture = bilder().imgDreh[f_.DrehBild].picture;
+        wuerfel.picture = bank().imgDreh[f_.DrehBild].picture;
     }
 
     void timComputerStopp_Timer() {
-        stoppe(f_.timComputerDrehe);
-        stoppe(f_.timComputerStopp);
+        stopTimer(f_.timComputerDrehe);
+        stopTimer(f_.timComputerStopp);
         for (int i = 4; i <= 6; ++i) f_.imgWurf[i].Visible = false;
         switch (g_.AktiverComputer) {
             case 1:
@@ -172,7 +168,7 @@ public:
     void imgNaechsterLevel_Click() {
         f_.lblInfo.Caption = "";
         f_.imgNaechsterLevel.Visible = false;
-        f_.imgNeuerWurf.picture = bilder().imgPfeilrechts[2].picture;
+        f_.imgNeuerWurf.picture = bank().imgPfeilrechts[2].picture;
         NaechsteRunde(p_);
     }
 
@@ -220,14 +216,9 @@ public:
     }
 
 private:
-    ui::FrmBilder& bilder() { return p_.frmBilder(); }
+    ui::FrmBilder& bank() { return p_.frmBilder(); }
 
-    // A place is free when it holds the very picture of the bank's blank die.
-    bool frei(const ui::Image& platz) {
-        return ui::sameObject(platz.picture, bilder().imgWurf[0].picture);
-    }
-
-    void blankeZiffern() {
+    void blankDigits() {
         for (int i = 0; i <= 7; ++i) f_.imgDiggi[i].picture = p_.frmDigital().imgDiggi[10].picture;
     }
 
@@ -238,13 +229,17 @@ private:
 
 }  // namespace
 
+bool isFree(Program& p, const ui::Image& place) {
+    return ui::sameObject(place.picture, p.frmBilder().imgWurf[0].picture);
+}
+
 void startComputerSpin(ui::FrmSpielfeld& f) {
-    starte(f.timComputerDrehe, 30);
-    starte(f.timComputerStopp, 500);
+    startTimer(f.timComputerDrehe, 30);
+    startTimer(f.timComputerStopp, 500);
 }
 
 void bindFrmSpielfeld(Program& p, ui::FrmSpielfeld& f) {
-    auto s = std::make_shared<Spielfeld>(p, f);
+    auto s = std::make_shared<FieldEvents>(p, f);
     f.Form_Load = [s] { s->Form_Load(); };
     f.Form_Activate = [s] { s->Form_Activate(); };
     f.Form_Unload = [s] { s->Form_Unload(); };

@@ -33,7 +33,7 @@ PlaceOrder preferredPlaces(int wurf, int wurfNummer) {
 
 struct ComputerPlayer {
     int k;
-    ui::ControlArray<ui::Image>& plaetze;
+    ui::ControlArray<ui::Image>& places;
     ui::Label& text;
     const char* name;
 };
@@ -46,22 +46,27 @@ void throwAndPlace(Program& p, const ComputerPlayer& c) {
     const int w = ZufallsWurf(p.die);
     c.text.Caption = std::string(c.name) + " würfelt eine " + std::to_string(w);
     for (Place s : preferredPlaces(w, p.g.WurfNummer).places) {
-        ui::Image& platz = c.plaetze[s];
-        if (!ui::sameObject(platz.picture, b.imgWurf[0].picture)) continue;
-        platz.picture = b.imgWurf[w].picture;
-        p.g.Ergebnis[c.k] += w * (s == Ones ? 1 : s == Tens ? 10 : 100);
+        ui::Image& place = c.places[s];
+        if (!isFree(p, place)) continue;
+        place.picture = b.imgWurf[w].picture;
+        p.g.Ergebnis[c.k] += w * placeValue(s);
         break;
     }
     f.lblErgebnis[c.k].Caption = std::to_string(p.g.Ergebnis[c.k]);
 }
 
-bool roundOver(Program& p, int naechster) {
-    return p.g.WurfNummer >= 3 && p.g.Gewinner[naechster];
-}
-
-void passTurn(Program& p, int naechster) {
-    p.g.AktiverComputer = static_cast<std::int16_t>(naechster);
-    startComputerSpin(p.frmSpielfeld());
+// After a computer player's throw: the round ends once everybody has thrown
+// three times and the next in turn is the round's first thrower; otherwise the
+// next computer player spins, or, after Victoria, the human player throws.
+void passTurnOrEvaluate(Program& p, int next) {
+    if (p.g.WurfNummer >= 3 && p.g.Gewinner[next]) {
+        RundeAuswerten(p);
+    } else if (next == 0) {
+        p.frmSpielfeld().ZeigeWuerfeln();
+    } else {
+        p.g.AktiverComputer = static_cast<std::int16_t>(next);
+        startComputerSpin(p.frmSpielfeld());
+    }
 }
 
 }  // namespace
@@ -69,31 +74,19 @@ void passTurn(Program& p, int naechster) {
 void SpielzugAndrea(Program& p) {
     ui::FrmSpielfeld& f = p.frmSpielfeld();
     throwAndPlace(p, {1, f.imgAndrea, f.lblAndrea, "Andrea"});
-    if (roundOver(p, 2)) {
-        RundeAuswerten(p);
-    } else {
-        passTurn(p, 2);
-    }
+    passTurnOrEvaluate(p, 2);
 }
 
 void SpielzugThomas(Program& p) {
     ui::FrmSpielfeld& f = p.frmSpielfeld();
     throwAndPlace(p, {2, f.imgThomas, f.lblThomas, "Thomas"});
-    if (roundOver(p, 3)) {
-        RundeAuswerten(p);
-    } else {
-        passTurn(p, 3);
-    }
+    passTurnOrEvaluate(p, 3);
 }
 
 void SpielzugVictoria(Program& p) {
     ui::FrmSpielfeld& f = p.frmSpielfeld();
     throwAndPlace(p, {3, f.imgVictoria, f.lblVictoria, "Victoria"});
-    if (roundOver(p, 0)) {
-        RundeAuswerten(p);
-    } else {
-        f.ZeigeWuerfeln();
-    }
+    passTurnOrEvaluate(p, 0);
 }
 
 bool BestmarkeGeschlagen(Program& p) {

@@ -4,9 +4,9 @@
 
 namespace zd::sys {
 
-int soundNumber(std::string_view dateiname) {
-    for (std::size_t i = 0; i < kSoundDateien.size(); ++i) {
-        if (kSoundDateien[i] == dateiname) return static_cast<int>(i) + 1;
+int soundNumber(std::string_view fileName) {
+    for (std::size_t i = 0; i < kSoundFiles.size(); ++i) {
+        if (kSoundFiles[i] == fileName) return static_cast<int>(i) + 1;
     }
     return 0;
 }
@@ -21,8 +21,8 @@ bool SoundOnBoard(Platform& platform) {
 
 void SpieleSound(Platform& platform, int nummer, bool soundAn) {
     std::string name;
-    if (nummer >= 1 && nummer <= static_cast<int>(kSoundDateien.size())) {
-        name = std::string(kSoundDateien[static_cast<std::size_t>(nummer - 1)]);
+    if (nummer >= 1 && nummer <= static_cast<int>(kSoundFiles.size())) {
+        name = std::string(kSoundFiles[static_cast<std::size_t>(nummer - 1)]);
     }
     // The path is worked out even with sound off; a number without a file
     // gives the bare folder, which is no wave file.

@@ -10,11 +10,11 @@ namespace zd::sys {
 
 // Sound numbers 1 to 5 and their files beside the program; any other number
 // names no file and stays silent.
-inline constexpr std::array<std::string_view, 5> kSoundDateien = {
+inline constexpr std::array<std::string_view, 5> kSoundFiles = {
     "START.WAV", "FRAGE.WAV", "FEHLER.WAV", "WHOOSH.WAV", "TADA.WAV"};
 
 // The number of a sound file name, or 0.
-int soundNumber(std::string_view dateiname);
+int soundNumber(std::string_view fileName);
 
 std::string soundPath(Platform& platform, const std::string& datei);
 

@@ -1,9 +1,11 @@
 // The shared variables by name, as the driver reads and writes them.
 #include "front/drive/Variables.h"
 
+#include <array>
 #include <charconv>
 #include <functional>
 #include <limits>
+#include <string_view>
 
 #include "front/drive/Printing.h"
 
@@ -79,25 +81,42 @@ Variable texts(std::string* values, int first, int count) {
             }};
 }
 
-std::optional<Variable> variable(SharedVariables& g, const std::string& name) {
-    if (name == "Ergebnis") return numbers(g.Ergebnis.data(), 0, 4);
-    if (name == "Guthaben") return numbers(g.Guthaben.data(), 0, 4);
-    if (name == "Gewinner") return truths(g.Gewinner.data(), 0, 4);
-    if (name == "SpielerName") return texts(g.SpielerName.data(), 0, 4);
-    if (name == "WurfNummer") return numbers(&g.WurfNummer, 0, 1);
-    // The spinning computer player, 1 to 3, and 0 before the first spin.
+Variable described(bool* values, int first, int count) {
+    return truths(values, first, count);
+}
+Variable described(std::string* values, int first, int count) {
+    return texts(values, first, count);
+}
+template <class T>
+Variable described(T* values, int first, int count) {
+    return numbers(values, first, count);
+}
+
+template <class T, std::size_t N>
+Variable described(std::array<T, N>& values, int first) {
+    return described(values.data() + first, first, static_cast<int>(N) - first);
+}
+template <class T>
+Variable described(T& value, int /*first*/) {
+    return described(&value, 0, 1);
+}
+
+// Numbers the game never gives a variable, refused so that no script can
+// make them: the spinning computer player is 1 to 3 (0 before the first
+// spin), a place of the list 0 to 4 (-1 for none).
+std::optional<Variable> limited(std::string_view name, SharedVariables& g) {
     if (name == "AktiverComputer") return numbers(&g.AktiverComputer, 0, 1, 0, 3);
-    if (name == "Belegt") return truths(g.Belegt.data() + 1, 1, 3);
-    if (name == "SpielerPunkte") return numbers(&g.SpielerPunkte, 0, 1);
-    if (name == "Bestmarke") return numbers(&g.Bestmarke, 0, 1);
-    if (name == "MsgAntwort") return numbers(&g.MsgAntwort, 0, 1);
-    if (name == "FestplatteGefunden") return truths(&g.FestplatteGefunden, 0, 1);
-    if (name == "DatenPfad") return texts(&g.DatenPfad, 0, 1);
-    if (name == "SoundAn") return truths(&g.SoundAn, 0, 1);
-    // A place of the list, 0 to 4, or -1 for none.
     if (name == "EintragPlatz") return numbers(&g.EintragPlatz, 0, 1, -1, 4);
-    if (name == "NeuerEintrag") return truths(&g.NeuerEintrag, 0, 1);
     return std::nullopt;
+}
+
+std::optional<Variable> variable(SharedVariables& g, const std::string& name) {
+    if (auto v = limited(name, g)) return v;
+    std::optional<Variable> found;
+    g.forEach([&](std::string_view n, auto& value, int first) {
+        if (n == name) found = described(value, first);
+    });
+    return found;
 }
 
 // Element of a row: arrays need an index in range, single values none.

@@ -23,10 +23,16 @@ QSize screenSize() {
 QtProgram::QtProgram()
     : platform(desktopPlatform()),
       p(loop, *platform, screenSize().width() * ui::kTwipsPerPixel,
-        screenSize().height() * ui::kTwipsPerPixel) {
+        screenSize().height() * ui::kTwipsPerPixel),
+      frontEnd(p.tk, artCache()) {
     speakGerman(*QCoreApplication::instance());
     loop.attach(p.tk);
     bindEventRoutines(p);
+}
+
+bool QtProgram::start() {
+    p.tk.dispatch([this] { Main(p); });
+    return !p.tk.ended();
 }
 
 QString QtProgram::artCache() {

@@ -19,6 +19,7 @@
 #include "front/qt/QtFrontEnd.h"
 #include "front/qt/QtValues.h"
 #include "front/qt/TextBoxMirror.h"
+#include "ui/model/KeyCodes.h"
 #include "ui/model/Toolkit.h"
 
 namespace zd::qt {
@@ -30,13 +31,13 @@ namespace {
 int keyCode(int key) {
     if (key >= Qt::Key_A && key <= Qt::Key_Z) return 'A' + (key - Qt::Key_A);
     if (key >= Qt::Key_0 && key <= Qt::Key_9) return '0' + (key - Qt::Key_0);
-    if (key >= Qt::Key_F1 && key <= Qt::Key_F12) return 112 + (key - Qt::Key_F1);
+    if (key >= Qt::Key_F1 && key <= Qt::Key_F12) return ui::kKeyF1 + (key - Qt::Key_F1);
     switch (key) {
         case Qt::Key_Escape:
-            return 27;
+            return ui::kKeyEscape;
         case Qt::Key_Return:
         case Qt::Key_Enter:
-            return 13;
+            return ui::kKeyReturn;
         default:
             return 0;
     }
@@ -217,7 +218,9 @@ bool WindowWidget::handleKey(QKeyEvent* e) {
     ui::Toolkit& tk = frontEnd_.toolkit();
     const int code = keyCode(e->key());
     if (e->modifiers() & Qt::AltModifier) {
-        if (code == 0 || (code >= 112 && code <= 123) || code == 27 || code == 13) return false;
+        if (code == 0 || (code >= ui::kKeyF1 && code <= ui::kKeyF12) || code == ui::kKeyEscape ||
+            code == ui::kKeyReturn)
+            return false;
         tk.shortcut(std::string("Alt+") + static_cast<char>(code));
         return true;
     }

@@ -3,9 +3,7 @@
 #include <cstdlib>
 
 #include "front/qt/Guard.h"
-#include "front/qt/QtFrontEnd.h"
 #include "front/qt/QtProgram.h"
-#include "game/Start.h"
 
 int main(int argc, char* argv[]) {
     QApplication app(argc, argv);
@@ -16,10 +14,7 @@ int main(int argc, char* argv[]) {
     int result = 0;
     zd::qt::guarded([&] {
         zd::qt::QtProgram program;
-        zd::qt::QtFrontEnd frontEnd(program.p.tk, zd::qt::QtProgram::artCache());
-        // The start may already end the program, in a message at start-up.
-        program.p.tk.dispatch([&program] { zd::Main(program.p); });
-        if (!program.p.tk.ended()) result = QApplication::exec();
+        if (program.start()) result = QApplication::exec();
         // The program ends at once, with its windows. Nothing is left to
         // save (the list is written when it changes), and the tidying up of
         // sound, windows and the display connection would only keep the

@@ -5,6 +5,7 @@
 
 #include "system/Dateien.h"
 #include "system/Sound.h"
+#include "ui/model/KeyCodes.h"
 
 namespace zd {
 
@@ -86,16 +87,16 @@ void bindMessageWindows(Program& p) {
         w.Image1.Click = [&p, &w] { answerWith(p, w, 3); };
         w.Form_KeyDown = [&p, &w](int key) {
             switch (key) {
-                case 74:
+                case 'J':
                     answerWith(p, w, 1);
                     break;
-                case 78:
+                case 'N':
                     answerWith(p, w, 2);
                     break;
-                case 27:
+                case ui::kKeyEscape:
                     answerWith(p, w, 3);
                     break;
-                case 112:
+                case ui::kKeyF1:
                     openDocument(p, "Meldefenster.pdf");
                     break;
                 default:
@@ -109,8 +110,8 @@ void bindMessageWindows(Program& p) {
         w.lblOk.Click = [&p, &w] { p.tk.unload(w); };
         w.Image2.Click = [&p, &w] { p.tk.unload(w); };
         w.Form_KeyDown = [&p, &w](int key) {
-            if (key == 27) p.tk.unload(w);
-            if (key == 112) openDocument(p, "Meldefenster.pdf");
+            if (key == ui::kKeyEscape) p.tk.unload(w);
+            if (key == ui::kKeyF1) openDocument(p, "Meldefenster.pdf");
         };
         makeDraggable(p, w, w.lblName);
     };

@@ -34,6 +34,27 @@ struct SharedVariables {
     bool SoundAn = false;
     std::int16_t EintragPlatz = 0;
     bool NeuerEintrag = false;
+
+    // Each variable with its name and the index of its first element, for
+    // whoever reaches them by name (the driver); one list, kept beside them.
+    template <class Visit>
+    void forEach(Visit&& visit) {
+        visit("Ergebnis", Ergebnis, 0);
+        visit("Guthaben", Guthaben, 0);
+        visit("Gewinner", Gewinner, 0);
+        visit("SpielerName", SpielerName, 0);
+        visit("WurfNummer", WurfNummer, 0);
+        visit("AktiverComputer", AktiverComputer, 0);
+        visit("Belegt", Belegt, 1);
+        visit("SpielerPunkte", SpielerPunkte, 0);
+        visit("Bestmarke", Bestmarke, 0);
+        visit("MsgAntwort", MsgAntwort, 0);
+        visit("FestplatteGefunden", FestplatteGefunden, 0);
+        visit("DatenPfad", DatenPfad, 0);
+        visit("SoundAn", SoundAn, 0);
+        visit("EintragPlatz", EintragPlatz, 0);
+        visit("NeuerEintrag", NeuerEintrag, 0);
+    }
 };
 
 // Event routines per window, bound when the window is made.

@@ -380,7 +380,7 @@ TEST(QtWindows, AWindowUnloadedByTheModelLosesItsWidget) {
 TEST(QtGerman, QtDrawsItsOwnTextsInGerman) {
     // The program assembled as the game assembles itself.
     zd::qt::QtProgram program;
-    zd::qt::QtFrontEnd frontEnd(program.p.tk);
+    zd::qt::QtFrontEnd& frontEnd = program.frontEnd;
     zd::ui::FrmSpielfeld& f = program.p.frmSpielfeld();
     program.p.tk.dispatch([&] { program.p.tk.show(f); });
     WindowWidget* widget = frontEnd.widgetFor(f);

@@ -35,7 +35,6 @@
 #include "front/qt/QtFrontEnd.h"
 #include "front/qt/QtProgram.h"
 #include "front/qt/WindowWidget.h"
-#include "game/Start.h"
 #include "game/program/Program.h"
 #include "ui/model/Toolkit.h"
 
@@ -457,13 +456,9 @@ int main(int argc, char* argv[]) {
 
     bool finished = false;
     zd::qt::guarded([&] {
-        // Assembled as the game assembles itself.
         zd::qt::QtProgram program;
-        zd::Program& p = program.p;
-        zd::qt::QtFrontEnd frontEnd(p.tk, zd::qt::QtProgram::artCache());
-        p.tk.dispatch([&p] { zd::Main(p); });
-        if (p.tk.ended()) fail(QStringLiteral("the program ended at its start"));
-        Shooter shooter(p, frontEnd, imageDir, screenshotDir);
+        if (!program.start()) fail(QStringLiteral("the program ended at its start"));
+        Shooter shooter(program.p, program.frontEnd, imageDir, screenshotDir);
         QTimer::singleShot(0, [&] {
             zd::qt::guarded([&] {
                 shooter.run();

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "ui/model/KeyCodes.h"
+
 namespace zd::ui {
 
 namespace {
@@ -20,15 +22,15 @@ private:
 };
 
 int keyCodeOf(std::string_view key) {
-    if (key == "Esc") return 27;
-    if (key == "Enter") return 13;
+    if (key == "Esc") return kKeyEscape;
+    if (key == "Enter") return kKeyReturn;
     if (key.size() >= 2 && key[0] == 'F') {
         int n = 0;
         for (char c : key.substr(1)) {
             if (c < '0' || c > '9') return 0;
             n = n * 10 + (c - '0');
         }
-        return n >= 1 && n <= 12 ? 111 + n : 0;
+        return n >= 1 && n <= 12 ? kKeyF1 + n - 1 : 0;
     }
     if (key.size() == 1) {
         char c = key[0];
@@ -97,12 +99,6 @@ std::unique_ptr<Window> Toolkit::sample(std::string_view name) {
     auto factory = factories_.find(name);
     if (factory == factories_.end()) return nullptr;
     return factory->second(*this);
-}
-
-std::vector<Window*> Toolkit::loadedWindows() const {
-    std::vector<Window*> all;
-    for (const auto& [name, w] : windows_) all.push_back(w.get());
-    return all;
 }
 
 void Toolkit::unload(Window& w) {

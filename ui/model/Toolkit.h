@@ -58,7 +58,6 @@ public:
     Window* loaded(std::string_view name) const;
     // A fresh copy of the window's design, outside the program: no Form_Load.
     std::unique_ptr<Window> sample(std::string_view name);
-    std::vector<Window*> loadedWindows() const;
     void unload(Window& w);
     void show(Window& w);
     void hide(Window& w);

@@ -30,8 +30,6 @@ public:
         return it == items_.end() ? nullptr : it->second;
     }
     void put(int index, C& control) { items_[index] = &control; }
-    int lowest() const { return items_.begin()->first; }
-    int highest() const { return items_.rbegin()->first; }
 
 private:
     std::map<int, C*> items_;

@@ -1,0 +1,14 @@
+#pragma once
+
+namespace zd::ui {
+
+// The key codes the windows' key handlers are given: letters and digits are
+// their upper-case characters, whatever the shift state.
+enum KeyCode : int {
+    kKeyReturn = 13,
+    kKeyEscape = 27,
+    kKeyF1 = 112,
+    kKeyF12 = 123,
+};
+
+}  // namespace zd::ui
