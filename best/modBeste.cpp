@@ -18,6 +18,14 @@ namespace zd {
 namespace {
 
 constexpr int kEntries = 5;
+
+// The list's ten lines: the names of places 0 to 4, then their points.
+constexpr std::size_t nameLine(int place) {
+    return static_cast<std::size_t>(place);
+}
+constexpr std::size_t pointsLine(int place) {
+    return static_cast<std::size_t>(place) + kEntries;
+}
 constexpr int kLines = 2 * kEntries;
 
 // The file's ten lines: five names, then their five points.
@@ -102,8 +110,8 @@ std::optional<ListLines> whole(const std::vector<std::string>& lines) {
 ListLines inListBoxes(ui::FrmBeste& f) {
     ListLines lines;
     for (int i = 0; i < f.lstName.ListCount() && i < kEntries; ++i) {
-        lines[static_cast<std::size_t>(i)] = f.lstName.List(i);
-        lines[static_cast<std::size_t>(i + kEntries)] = f.lstPunkte.List(i);
+        lines[nameLine(i)] = f.lstName.List(i);
+        lines[pointsLine(i)] = f.lstPunkte.List(i);
     }
     return lines;
 }
@@ -112,8 +120,8 @@ void showInListBoxes(ui::FrmBeste& f, const ListLines& lines) {
     f.lstName.Clear();
     f.lstPunkte.Clear();
     for (int i = 0; i < kEntries; ++i) {
-        f.lstName.AddItem(lines[static_cast<std::size_t>(i)]);
-        f.lstPunkte.AddItem(lines[static_cast<std::size_t>(i + kEntries)]);
+        f.lstName.AddItem(lines[nameLine(i)]);
+        f.lstPunkte.AddItem(lines[pointsLine(i)]);
     }
 }
 
@@ -122,17 +130,16 @@ void showInListBoxes(ui::FrmBeste& f, const ListLines& lines) {
 std::optional<ListLines> withEntry(const ListLines& list, const std::string& name,
                                    const std::string& punkte) {
     for (int platz = 0; platz < kEntries; ++platz) {
-        if (pointsOf(punkte) <= pointsOf(list[static_cast<std::size_t>(platz + kEntries)])) {
+        if (pointsOf(punkte) <= pointsOf(list[pointsLine(platz)])) {
             continue;
         }
         ListLines merged = list;
         for (int i = kEntries - 1; i > platz; --i) {
-            merged[static_cast<std::size_t>(i)] = list[static_cast<std::size_t>(i - 1)];
-            merged[static_cast<std::size_t>(i + kEntries)] =
-                list[static_cast<std::size_t>(i - 1 + kEntries)];
+            merged[nameLine(i)] = list[nameLine(i - 1)];
+            merged[pointsLine(i)] = list[pointsLine(i - 1)];
         }
-        merged[static_cast<std::size_t>(platz)] = name;
-        merged[static_cast<std::size_t>(platz + kEntries)] = punkte;
+        merged[nameLine(platz)] = name;
+        merged[pointsLine(platz)] = punkte;
         return merged;
     }
     return std::nullopt;
@@ -183,8 +190,8 @@ std::string BesteDatei(Program& p) {
 void SchreibeBesteStandard(Program& p) {
     ListLines lines;
     for (int i = 0; i < kEntries; ++i) {
-        lines[static_cast<std::size_t>(i)] = "Niemand";
-        lines[static_cast<std::size_t>(i + kEntries)] = std::to_string(26 - 2 * i);
+        lines[nameLine(i)] = "Niemand";
+        lines[pointsLine(i)] = std::to_string(26 - 2 * i);
     }
     // A failure here is reported by the reading that follows.
     const auto lock = lockList(p);
@@ -224,8 +231,7 @@ void SpeichereBeste(Program& p) {
         const int platz = p.g.EintragPlatz;
         if (onDisk && *onDisk != p.bestListSeen && p.g.NeuerEintrag && platz >= 0 &&
             platz < kEntries) {
-            const auto merged = withEntry(*onDisk, list[static_cast<std::size_t>(platz)],
-                                          list[static_cast<std::size_t>(platz + kEntries)]);
+            const auto merged = withEntry(*onDisk, list[nameLine(platz)], list[pointsLine(platz)]);
             outcome = merged ? Outcome::Saved : Outcome::NoPlace;
             list = merged ? *merged : *onDisk;
         }

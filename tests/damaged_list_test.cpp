@@ -24,7 +24,7 @@ TEST(DamagedList, TheGameStartsAndPlaysWhateverTheFileHolds) {
         "",
         bytes("\x89PNG\r\n\x1a\n\0\0\0\rIHDR"),
         bytes("Ni\0mand\r\n\0\r\n\0\r\n\0\r\n\0\r\n1\0\r\n2\r\n3\r\n4\r\n5\r\n"),
-        std::string(10 * 1024 * 1024, 'x'),
+        std::string(std::size_t{10} * 1024 * 1024, 'x'),
         tenLines + "-5\r\nabc\r\n99999999999\r\n\r\n1e3\r\n",
         "\xff\xfe\xfd\r\n\xc3\x28\r\n\xe2\x82\r\n\x80\r\n\x81\r\n1\r\n2\r\n3\r\n4\r\n5",
     };

@@ -34,7 +34,7 @@ TEST(Die, TheRealDrawIsUniformAndNeverRepeatsItselfWithinAClockTick) {
     }
     for (int face = 1; face <= 6; ++face) {
         // 10,000 expected; 5 standard deviations is about 460.
-        EXPECT_NEAR(counts[static_cast<std::size_t>(face)], kThrows / 6, 500) << "face " << face;
+        EXPECT_NEAR(counts[static_cast<std::size_t>(face)], kThrows / 6.0, 500) << "face " << face;
     }
 }
 

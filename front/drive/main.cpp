@@ -89,9 +89,7 @@ int main(int argc, char** argv) {
                 dice.push_back(word[0] - '0');
             }
             options.dice = dice;
-        } else if (!arg.empty() && arg[0] == '-' && arg != "-") {
-            return usage();
-        } else if (scriptPath.empty()) {
+        } else if ((arg.empty() || arg[0] != '-' || arg == "-") && scriptPath.empty()) {
             scriptPath = arg;
         } else {
             return usage();

@@ -16,6 +16,8 @@ template <class... F>
 struct Overloaded : F... {
     using F::operator()...;
 };
+template <class... F>
+Overloaded(F...) -> Overloaded<F...>;
 
 void drawPicture(QPainter& painter, ArtCache& art, const ui::Picture& picture, QPoint at,
                  qreal dpr) {

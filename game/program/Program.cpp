@@ -24,13 +24,13 @@ ui::Toolkit::Factory plain() {
 
 }  // namespace
 
-Program::Program(ui::EventLoop& loop, sys::Platform& platform, int screenWidthTwips,
+Program::Program(ui::EventLoop& loop, sys::Platform& system, int screenWidthTwips,
                  int screenHeightTwips)
-    : tk(loop, screenWidthTwips, screenHeightTwips), platform(platform) {
+    : tk(loop, screenWidthTwips, screenHeightTwips), platform(system) {
     tk.App.Major = kVersionMajor;
     tk.App.Minor = kVersionMinor;
     tk.App.Revision = kVersionPatch;
-    tk.App.Path = platform.programFolder();
+    tk.App.Path = system.programFolder();
     tk.define("frmSpielfeld", factory(routines.spielfeld));
     tk.define("frmBeste", factory(routines.beste));
     tk.define("frmMsgOk", factory(routines.msgOk));

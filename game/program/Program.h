@@ -70,7 +70,7 @@ struct EventRoutines {
 // platform it runs on. Nothing of it is global, so one process can hold many.
 class Program {
 public:
-    Program(ui::EventLoop& loop, sys::Platform& platform, int screenWidthTwips,
+    Program(ui::EventLoop& loop, sys::Platform& system, int screenWidthTwips,
             int screenHeightTwips);
 
     ui::FrmSpielfeld& frmSpielfeld() { return tk.use<ui::FrmSpielfeld>("frmSpielfeld"); }

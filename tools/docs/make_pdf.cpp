@@ -84,7 +84,7 @@ void forEachTable(QTextFrame* frame, const std::function<void(QTextTable*)>& f) 
 }
 
 void styleBlocks(QTextDocument& doc, const Units& u) {
-    forEachBlock(doc, [&](QTextBlock block) {
+    forEachBlock(doc, [&](const QTextBlock& block) {
         QTextCursor cursor(block);
         QTextBlockFormat bf = block.blockFormat();
         const int level = bf.headingLevel();
@@ -130,7 +130,7 @@ void styleBlocks(QTextDocument& doc, const Units& u) {
 void styleCode(QTextDocument& doc) {
     // Collected first: changing a format can merge fragments under our feet.
     std::vector<std::pair<int, int>> code;
-    forEachBlock(doc, [&](QTextBlock block) {
+    forEachBlock(doc, [&](const QTextBlock& block) {
         for (auto it = block.begin(); !it.atEnd(); ++it) {
             const QTextFragment fragment = it.fragment();
             if (fragment.isValid() && fragment.charFormat().fontFixedPitch()) {
@@ -239,7 +239,7 @@ bool placeImages(QTextDocument& doc, const Units& u, qreal textWidth, const QStr
         QTextImageFormat format;
     };
     std::vector<Picture> pictures;
-    forEachBlock(doc, [&](QTextBlock block) {
+    forEachBlock(doc, [&](const QTextBlock& block) {
         for (auto it = block.begin(); !it.atEnd(); ++it) {
             const QTextFragment fragment = it.fragment();
             if (fragment.isValid() && fragment.charFormat().isImageFormat()) {
@@ -274,7 +274,7 @@ bool placeImages(QTextDocument& doc, const Units& u, qreal textWidth, const QStr
         c.setPosition(picture.position + picture.length, QTextCursor::KeepAnchor);
         c.setCharFormat(f);
     }
-    forEachBlock(doc, [&](QTextBlock block) {
+    forEachBlock(doc, [&](const QTextBlock& block) {
         if (!isPictureBlock(block)) return;
         QTextCursor c(block);
         QTextBlockFormat bf = block.blockFormat();

@@ -24,10 +24,10 @@ Label& FrmSpielfeld::makeLabel1(int index, int left, int top, Color color) {
 }
 
 Image& FrmSpielfeld::makeImage(const char* name, int left, int top, int width, int height,
-                               Picture picture) {
+                               Picture look) {
     Image& img = add<Image>(name);
     img.Move(left, top, width, height);
-    img.picture = std::move(picture);
+    img.picture = std::move(look);
     return img;
 }
 

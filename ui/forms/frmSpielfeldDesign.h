@@ -72,7 +72,7 @@ public:
 
 private:
     Label& makeLabel1(int index, int left, int top, Color color);
-    Image& makeImage(const char* name, int left, int top, int width, int height, Picture picture);
+    Image& makeImage(const char* name, int left, int top, int width, int height, Picture look);
     Image& makeButton(const char* name, int left, int top, int width, const char* element,
                       int widthPx, const char* tip);
 };
