@@ -36,8 +36,14 @@ public:
     QPixmap pixmap(const ui::PictureData& picture, qreal dpr);
     QPixmap pixmap(const std::string& sheet, const std::string& element, QSize logicalSize,
                    qreal dpr);
+    // The picture rendered to fill exactly `devicePixels`: a place whose
+    // edges were rounded to the screen's pixels may be one pixel wider or
+    // narrower than the picture's size times `dpr`.
+    QPixmap covering(const ui::PictureData& picture, QSize devicePixels, qreal dpr);
 
 private:
+    QPixmap rendered(const std::string& sheet, const std::string& element, QSize devicePixels,
+                     qreal dpr);
     QSvgRenderer* sheet(const std::string& name);
     // Where a rendering of the sheet as it is now lies on disk; empty when
     // there is no disk cache or no such sheet.

@@ -84,6 +84,11 @@ QSize WindowWidget::clientSize() const {
     return client_->size();
 }
 
+PixelGrid WindowWidget::pixelGrid() const {
+    const qreal dpr = devicePixelRatioF();
+    return PixelGrid(client_->mapTo(this, QPointF(0, 0)) * dpr, dpr);
+}
+
 QLineEdit* WindowWidget::lineEditFor(const ui::TextBox& box) const {
     return edits_->lineEditFor(box);
 }
@@ -156,7 +161,8 @@ void WindowWidget::syncFromModel() {
     const QRegion changed = scene_.refresh(*window_);
     if (!changed.isEmpty()) client_->update(changed);
     if (client_->underMouse()) {
-        updateCursor(controlAt(*window_, client_->mapFromGlobal(QCursor::pos()), clientSize()));
+        updateCursor(controlAt(*window_, client_->mapFromGlobal(QPointF(QCursor::pos())),
+                               clientSize(), pixelGrid()));
     }
 }
 
@@ -241,7 +247,7 @@ void WindowWidget::onPress(QMouseEvent* e) {
     // The first button down captures the mouse for what it went down on;
     // MouseDown comes for every button, the click only for the left one.
     if (!(e->buttons() & kMouseButtons & ~e->button())) {
-        pressed_ = controlAt(*window_, e->position().toPoint(), clientSize());
+        pressed_ = controlAt(*window_, e->position(), clientSize(), pixelGrid());
         pressedWindow_ = pressed_ == nullptr;
     }
     if (ui::Control* c = pressed_) guarded([this, c] { frontEnd_.toolkit().mouseDown(*c); });
@@ -262,13 +268,13 @@ void WindowWidget::onRelease(QMouseEvent* e) {
         return;
     }
     if (!c || !window_) return;
-    const QPoint at = e->position().toPoint();
+    const QPointF at = e->position();
     QPointer<WindowWidget> self(this);
     guarded([&] {
         ui::Toolkit& tk = frontEnd_.toolkit();
         tk.mouseUp(*c);
         if (!left || !self || !window_) return;
-        if (controlAt(*window_, at, clientSize()) == c) tk.click(*c);
+        if (controlAt(*window_, at, clientSize(), pixelGrid()) == c) tk.click(*c);
     });
 }
 
@@ -288,7 +294,7 @@ void WindowWidget::onMouseMove(QMouseEvent* e) {
         }
         manualDrag_ = false;
     }
-    ui::Control* over = controlAt(*window_, e->position().toPoint(), clientSize());
+    ui::Control* over = controlAt(*window_, e->position(), clientSize(), pixelGrid());
     updateCursor(over);
     if (dragged_ && left) return;
     // While a button is down, moves go to what it went down on.

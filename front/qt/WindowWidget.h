@@ -8,6 +8,7 @@
 #include <string>
 
 #include "front/qt/ClientScene.h"
+#include "front/qt/Placement.h"
 #include "ui/model/Window.h"
 
 class QLineEdit;
@@ -38,6 +39,8 @@ public:
     QWidget* clientArea() const;
     QMenuBar* menuBar() const;
     QSize clientSize() const;
+    // How the client area lies on the screen's pixels, for the hit test.
+    PixelGrid pixelGrid() const;
     QLineEdit* lineEditFor(const ui::TextBox& box) const;
     const ClientScene& scene() const { return scene_; }
 
