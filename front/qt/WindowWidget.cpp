@@ -89,6 +89,12 @@ PixelGrid WindowWidget::pixelGrid() const {
     return PixelGrid(client_->mapTo(this, QPointF(0, 0)) * dpr, dpr);
 }
 
+QPointF WindowWidget::clientPos(const QMouseEvent* e) const {
+    // Qt hands a child widget the mouse rounded to whole logical pixels,
+    // half a device pixel off at scale 2; the window has it exact.
+    return e->scenePosition() - QPointF(client_->mapTo(this, QPoint(0, 0)));
+}
+
 QLineEdit* WindowWidget::lineEditFor(const ui::TextBox& box) const {
     return edits_->lineEditFor(box);
 }
@@ -247,7 +253,7 @@ void WindowWidget::onPress(QMouseEvent* e) {
     // The first button down captures the mouse for what it went down on;
     // MouseDown comes for every button, the click only for the left one.
     if (!(e->buttons() & kMouseButtons & ~e->button())) {
-        pressed_ = controlAt(*window_, e->position(), clientSize(), pixelGrid());
+        pressed_ = controlAt(*window_, clientPos(e), clientSize(), pixelGrid());
         pressedWindow_ = pressed_ == nullptr;
     }
     if (ui::Control* c = pressed_) guarded([this, c] { frontEnd_.toolkit().mouseDown(*c); });
@@ -268,7 +274,7 @@ void WindowWidget::onRelease(QMouseEvent* e) {
         return;
     }
     if (!c || !window_) return;
-    const QPointF at = e->position();
+    const QPointF at = clientPos(e);
     QPointer<WindowWidget> self(this);
     guarded([&] {
         ui::Toolkit& tk = frontEnd_.toolkit();
@@ -294,7 +300,7 @@ void WindowWidget::onMouseMove(QMouseEvent* e) {
         }
         manualDrag_ = false;
     }
-    ui::Control* over = controlAt(*window_, e->position(), clientSize(), pixelGrid());
+    ui::Control* over = controlAt(*window_, clientPos(e), clientSize(), pixelGrid());
     updateCursor(over);
     if (dragged_ && left) return;
     // While a button is down, moves go to what it went down on.

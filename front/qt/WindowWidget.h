@@ -67,6 +67,9 @@ private:
     void syncGeometry();
     void applyFlags();
     void updateCursor(ui::Control* over);
+    // Where the mouse of an event from the client area is, in its
+    // coordinates, as exactly as the window system said.
+    QPointF clientPos(const QMouseEvent* e) const;
 
     QtFrontEnd& frontEnd_;
     ui::Window* window_;

@@ -91,10 +91,10 @@ void expectDrawnAt(const QImage& image, const QPixmap& art, QPoint at) {
     EXPECT_GT(compared, expected.width() * expected.height() / 3);
 }
 
-void sendMouse(QWidget* target, QEvent::Type type, QPointF pos) {
+void sendMouse(QWidget* target, QEvent::Type type, QPoint pos) {
     const Qt::MouseButtons held =
         type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(Qt::LeftButton);
-    QMouseEvent e(type, pos, target->mapToGlobal(pos),
+    QMouseEvent e(type, QPointF(pos), QPointF(target->mapToGlobal(pos)),
                   type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton, held, Qt::NoModifier);
     QCoreApplication::sendEvent(target, &e);
 }
@@ -301,7 +301,6 @@ TEST(QtInput, AClickReachesAButtonExactlyWhereItIsDrawnAtEveryScale) {
     zd::ui::FrmSpielfeld& f = program.p.frmSpielfeld();
     program.show(f);
     WindowWidget& widget = program.widget(f);
-    QWidget* client = widget.clientArea();
     // A button on the window and a die on the board panel, which counts
     // from an origin of its own; each given a picture opaque to its edges,
     // so that the rendering shows where it lies.
@@ -337,12 +336,20 @@ TEST(QtInput, AClickReachesAButtonExactlyWhereItIsDrawnAtEveryScale) {
             program.p.tk.dispatch([&] { t.image->Visible = true; });
             ASSERT_FALSE(drawn.isEmpty());
 
-            // The window system reports a device pixel divided by the scale.
+            // A click as the window system reports it: to the window, at
+            // the device pixel divided by the scale.
             const auto reaches = [&](QPoint pixel) {
-                const QPointF at = QPointF(pixel) / dpr - QPointF(client->pos());
+                const QPointF at = QPointF(pixel) / dpr;
                 const int before = t.clicks;
-                sendMouse(client, QEvent::MouseButtonPress, at);
-                sendMouse(client, QEvent::MouseButtonRelease, at);
+                for (const QEvent::Type type :
+                     {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+                    const Qt::MouseButtons held = type == QEvent::MouseButtonPress
+                                                      ? Qt::MouseButtons(Qt::LeftButton)
+                                                      : Qt::NoButton;
+                    QMouseEvent e(type, at, at, widget.mapToGlobal(at), Qt::LeftButton, held,
+                                  Qt::NoModifier);
+                    QCoreApplication::sendEvent(widget.windowHandle(), &e);
+                }
                 return t.clicks > before;
             };
             const QPoint mid = drawn.center();
