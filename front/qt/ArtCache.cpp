@@ -141,12 +141,8 @@ QPixmap ArtCache::rendered(const std::string& sheetName, const std::string& elem
     return result;
 }
 
-QPixmap ArtCache::pixmap(const ui::PictureData& picture, QSize logicalSize, qreal dpr) {
-    return pixmap(picture.sheet, picture.element, logicalSize, dpr);
-}
-
 QPixmap ArtCache::pixmap(const ui::PictureData& picture, qreal dpr) {
-    return pixmap(picture, QSize(picture.widthPx, picture.heightPx), dpr);
+    return pixmap(picture.sheet, picture.element, QSize(picture.widthPx, picture.heightPx), dpr);
 }
 
 }  // namespace zd::qt

@@ -29,11 +29,10 @@ public:
     ArtCache(const ArtCache&) = delete;
     ArtCache& operator=(const ArtCache&) = delete;
 
-    // The picture at `logicalSize` device-independent pixels, rendered with
-    // `dpr` physical pixels per logical pixel.
-    QPixmap pixmap(const ui::PictureData& picture, QSize logicalSize, qreal dpr);
-    // The picture at its own pixel size.
+    // The picture at its own pixel size, rendered with `dpr` physical
+    // pixels per logical pixel.
     QPixmap pixmap(const ui::PictureData& picture, qreal dpr);
+    // An element at `logicalSize` device-independent pixels.
     QPixmap pixmap(const std::string& sheet, const std::string& element, QSize logicalSize,
                    qreal dpr);
     // The picture rendered to fill exactly `devicePixels`: a place whose

@@ -27,7 +27,7 @@ QRect innerOf(const ui::Control& control, const QRect& rect);
 // How the client area's logical pixels fall on the screen's device pixels.
 // At a scale like 1.25 or 1.5 an edge in logical pixels lies between two
 // device pixels, and the client area itself may begin between two (below
-// a menu bar 21 pixels high, at 26.25), so every edge is rounded where the
+// a menu bar 19 pixels high, at 23.75), so every edge is rounded where the
 // pixel grid is: in the device pixels of the whole window. Painting places
 // each control by this rounding and the hit test asks it which device
 // pixel the mouse is on, so a click reaches a control exactly where its
