@@ -91,11 +91,29 @@ QSvgRenderer* ArtCache::sheet(const std::string& name) {
 QPixmap ArtCache::pixmap(const std::string& sheetName, const std::string& element,
                          QSize logicalSize, qreal dpr) {
     if (dpr <= 0) dpr = 1;
-    const int width = static_cast<int>(std::lround(logicalSize.width() * dpr));
-    const int height = static_cast<int>(std::lround(logicalSize.height() * dpr));
+    return rendered(sheetName, element,
+                    QSize(static_cast<int>(std::lround(logicalSize.width() * dpr)),
+                          static_cast<int>(std::lround(logicalSize.height() * dpr))),
+                    dpr);
+}
+
+QPixmap ArtCache::covering(const ui::PictureData& picture, QSize devicePixels, qreal dpr) {
+    return rendered(picture.sheet, picture.element, devicePixels, dpr > 0 ? dpr : 1);
+}
+
+QPixmap ArtCache::rendered(const std::string& sheetName, const std::string& element,
+                           QSize devicePixels, qreal dpr) {
+    const int width = devicePixels.width();
+    const int height = devicePixels.height();
     if (width <= 0 || height <= 0 || element.empty()) return {};
     Key key{sheetName, element, width, height};
-    if (auto it = pixmaps_.find(key); it != pixmaps_.end()) return it->second;
+    if (auto it = pixmaps_.find(key); it != pixmaps_.end()) {
+        // The same pixels may be asked for at another density, by a window
+        // on another screen; they are the same, only counted otherwise.
+        QPixmap kept = it->second;
+        if (!kept.isNull()) kept.setDevicePixelRatio(dpr);
+        return kept;
+    }
 
     QPixmap result;
     const QString onDisk = diskPath(sheetName, element, width, height);
@@ -123,12 +141,8 @@ QPixmap ArtCache::pixmap(const std::string& sheetName, const std::string& elemen
     return result;
 }
 
-QPixmap ArtCache::pixmap(const ui::PictureData& picture, QSize logicalSize, qreal dpr) {
-    return pixmap(picture.sheet, picture.element, logicalSize, dpr);
-}
-
 QPixmap ArtCache::pixmap(const ui::PictureData& picture, qreal dpr) {
-    return pixmap(picture, QSize(picture.widthPx, picture.heightPx), dpr);
+    return pixmap(picture.sheet, picture.element, QSize(picture.widthPx, picture.heightPx), dpr);
 }
 
 }  // namespace zd::qt

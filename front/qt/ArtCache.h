@@ -29,15 +29,20 @@ public:
     ArtCache(const ArtCache&) = delete;
     ArtCache& operator=(const ArtCache&) = delete;
 
-    // The picture at `logicalSize` device-independent pixels, rendered with
-    // `dpr` physical pixels per logical pixel.
-    QPixmap pixmap(const ui::PictureData& picture, QSize logicalSize, qreal dpr);
-    // The picture at its own pixel size.
+    // The picture at its own pixel size, rendered with `dpr` physical
+    // pixels per logical pixel.
     QPixmap pixmap(const ui::PictureData& picture, qreal dpr);
+    // An element at `logicalSize` device-independent pixels.
     QPixmap pixmap(const std::string& sheet, const std::string& element, QSize logicalSize,
                    qreal dpr);
+    // The picture rendered to fill exactly `devicePixels`: a place whose
+    // edges were rounded to the screen's pixels may be one pixel wider or
+    // narrower than the picture's size times `dpr`.
+    QPixmap covering(const ui::PictureData& picture, QSize devicePixels, qreal dpr);
 
 private:
+    QPixmap rendered(const std::string& sheet, const std::string& element, QSize devicePixels,
+                     qreal dpr);
     QSvgRenderer* sheet(const std::string& name);
     // Where a rendering of the sheet as it is now lies on disk; empty when
     // there is no disk cache or no such sheet.

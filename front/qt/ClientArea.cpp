@@ -1,7 +1,6 @@
 #include "front/qt/ClientArea.h"
 
 #include <QHelpEvent>
-#include <QPaintEngine>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QToolTip>
@@ -23,7 +22,8 @@ bool ClientArea::event(QEvent* e) {
     if (e->type() == QEvent::ToolTip) {
         auto* help = static_cast<QHelpEvent*>(e);
         const ui::Window* w = owner_.modelWindow();
-        const ui::Control* c = w ? controlAt(*w, help->pos(), size()) : nullptr;
+        const ui::Control* c =
+            w ? controlAt(*w, QPointF(help->pos()), size(), owner_.pixelGrid()) : nullptr;
         if (c && !c->ToolTipText.empty()) {
             const Placement place = placementOf(*c, size());
             QToolTip::showText(help->globalPos(), text(c->ToolTipText), this,
@@ -39,13 +39,7 @@ bool ClientArea::event(QEvent* e) {
 
 void ClientArea::paintEvent(QPaintEvent* e) {
     QPainter painter(this);
-    // The density of what is painted on: the window's screen normally, an
-    // image of another density when the window is rendered into one.
-    qreal dpr = devicePixelRatioF();
-    if (QPaintEngine* engine = painter.paintEngine(); engine && engine->paintDevice()) {
-        dpr = engine->paintDevice()->devicePixelRatio();
-    }
-    owner_.scene().paint(painter, e->rect(), owner_.frontEnd().art(), dpr);
+    owner_.scene().paint(painter, e->rect(), owner_.frontEnd().art());
 }
 
 void ClientArea::mousePressEvent(QMouseEvent* e) {

@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <QPen>
+#include <QTransform>
 #include <algorithm>
 
 #include "front/qt/ArtCache.h"
@@ -19,41 +20,49 @@ struct Overloaded : F... {
 template <class... F>
 Overloaded(F...) -> Overloaded<F...>;
 
-void drawPicture(QPainter& painter, ArtCache& art, const ui::Picture& picture, QPoint at,
-                 qreal dpr) {
+// A picture at its own size from `at`, rendered to the very device pixels
+// that place covers.
+void drawPicture(QPainter& painter, ArtCache& art, const PixelGrid& grid,
+                 const ui::Picture& picture, QPoint at) {
     if (!picture) return;
-    const QPixmap pixmap = art.pixmap(*picture, dpr);
-    if (!pixmap.isNull()) painter.drawPixmap(at, pixmap);
+    const QRect place(at, QSize(picture->widthPx, picture->heightPx));
+    const QPixmap pixmap = art.covering(*picture, grid.cover(place).size(), grid.dpr());
+    if (!pixmap.isNull()) painter.drawPixmap(grid.snapped(place).topLeft(), pixmap);
 }
 
-void sunkenBorder(QPainter& painter, const QRect& r) {
+void sunkenBorder(QPainter& painter, const PixelGrid& grid, const QRect& r) {
     // Two lines each way: dark outside top and left, light at the bottom
-    // and right, as a box set into the window.
-    const auto edge = [&painter](const QRect& box, const QColor& topLeft,
-                                 const QColor& bottomRight) {
-        painter.setPen(topLeft);
-        painter.drawLine(box.topLeft(), box.topRight());
-        painter.drawLine(box.topLeft(), box.bottomLeft());
-        painter.setPen(bottomRight);
-        painter.drawLine(box.bottomLeft(), box.bottomRight());
-        painter.drawLine(box.topRight(), box.bottomRight());
+    // and right, as a box set into the window. Drawn as bands on the grid,
+    // so they meet the box's fill without a gap at any scale.
+    const auto edge = [&painter, &grid](const QRect& box, const QColor& topLeft,
+                                        const QColor& bottomRight) {
+        const auto band = [&](int x, int y, int w, int h, const QColor& c) {
+            painter.fillRect(grid.snapped(QRect(x, y, w, h)), c);
+        };
+        band(box.left(), box.top(), box.width(), 1, topLeft);
+        band(box.left(), box.top(), 1, box.height(), topLeft);
+        band(box.left(), box.bottom(), box.width(), 1, bottomRight);
+        band(box.right(), box.top() + 1, 1, box.height() - 1, bottomRight);
     };
     edge(r, QColor(128, 128, 128), QColor(255, 255, 255));
     edge(r.adjusted(1, 1, -1, -1), QColor(64, 64, 64), QColor(212, 208, 200));
 }
 
-// Each look is drawn inside its bounds, with the painter as it found it.
+// Each look is drawn inside its bounds, with the painter as it found it,
+// and every edge on the device pixel the grid gives it.
 class Drawer {
 public:
-    Drawer(QPainter& painter, ArtCache& art, qreal dpr) : p_(painter), art_(art), dpr_(dpr) {}
+    Drawer(QPainter& painter, ArtCache& art, const PixelGrid& grid)
+        : p_(painter), art_(art), grid_(grid) {}
 
     void operator()(std::monostate) const {}
 
     void operator()(const TextLook& l) const {
-        if (!l.transparent) p_.fillRect(l.rect, color(l.back));
+        const QRectF rect = grid_.snapped(l.rect);
+        if (!l.transparent) p_.fillRect(rect, color(l.back));
         p_.setPen(color(l.fore));
         p_.setFont(fontOf(l.font));
-        p_.drawText(l.rect, Qt::AlignTop | Qt::TextWordWrap | horizontal(l.align),
+        p_.drawText(rect, Qt::AlignTop | Qt::TextWordWrap | horizontal(l.align),
                     captionText(l.caption));
     }
 
@@ -61,28 +70,28 @@ public:
         if (!l.picture) return;
         const ui::PictureData& picture = *l.picture;
         if (!l.stretch) {
-            drawPicture(p_, art_, l.picture, l.rect.topLeft(), dpr_);
+            drawPicture(p_, art_, grid_, l.picture, l.rect.topLeft());
         } else if (l.rect.width() <= picture.widthPx && l.rect.height() <= picture.heightPx) {
             // Shrunk: rendered at the size it is shown, to stay sharp.
-            const QPixmap pixmap = art_.pixmap(picture, l.rect.size(), dpr_);
-            if (!pixmap.isNull()) p_.drawPixmap(l.rect.topLeft(), pixmap);
+            const QPixmap pixmap = art_.covering(picture, grid_.cover(l.rect).size(), grid_.dpr());
+            if (!pixmap.isNull()) p_.drawPixmap(grid_.snapped(l.rect).topLeft(), pixmap);
         } else {
             // Stretched across a screen: the soft backdrop loses nothing by
             // being scaled up, and a screen-sized rendering would cost the
             // start several megabytes and milliseconds.
-            const QPixmap pixmap = art_.pixmap(picture, dpr_);
+            const QPixmap pixmap = art_.pixmap(picture, grid_.dpr());
             p_.setRenderHint(QPainter::SmoothPixmapTransform);
-            if (!pixmap.isNull()) p_.drawPixmap(l.rect, pixmap);
+            if (!pixmap.isNull()) p_.drawPixmap(grid_.snapped(l.rect), pixmap, pixmap.rect());
         }
     }
 
     void operator()(const BoxLook& l) const {
-        p_.fillRect(l.rect, color(l.back));
+        p_.fillRect(grid_.snapped(l.rect), color(l.back));
         p_.save();
-        p_.setClipRect(l.inner, Qt::IntersectClip);
-        drawPicture(p_, art_, l.picture, l.inner.topLeft(), dpr_);
+        p_.setClipRect(grid_.snapped(l.inner), Qt::IntersectClip);
+        drawPicture(p_, art_, grid_, l.picture, l.inner.topLeft());
         p_.restore();
-        if (l.border) sunkenBorder(p_, l.rect);
+        if (l.border) sunkenBorder(p_, grid_, l.rect);
     }
 
     void operator()(const FrameLook& l) const {
@@ -93,7 +102,7 @@ public:
         p_.setBrush(Qt::NoBrush);
         // The border lies inside the shape's rectangle.
         const qreal half = l.width / 2.0;
-        p_.drawRect(QRectF(l.rect).adjusted(half, half, -half, -half));
+        p_.drawRect(grid_.snapped(l.rect).adjusted(half, half, -half, -half));
     }
 
     void operator()(const LineLook& l) const {
@@ -106,7 +115,7 @@ public:
 private:
     QPainter& p_;
     ArtCache& art_;
-    qreal dpr_;
+    const PixelGrid& grid_;
 };
 
 }  // namespace
@@ -187,19 +196,23 @@ QRegion ClientScene::refresh(const ui::Window& window) {
     return changed;
 }
 
-void ClientScene::paint(QPainter& painter, const QRect& area, ArtCache& art, qreal dpr) const {
+void ClientScene::paint(QPainter& painter, const QRect& area, ArtCache& art) const {
     const QRect client = QRect(QPoint(0, 0), backdrop_.size) & area;
     if (client.isEmpty()) return;
+    // Where the painter's device pixels lie: the window's own on screen,
+    // or those of an image the window is rendered into.
+    const QTransform& device = painter.deviceTransform();
+    const PixelGrid grid(device.map(QPointF(0, 0)), device.m11());
     painter.save();
-    painter.setClipRect(client);
-    painter.fillRect(client, color(backdrop_.back));
-    drawPicture(painter, art, backdrop_.picture, QPoint(0, 0), dpr);
-    const Drawer draw(painter, art, dpr);
+    painter.setClipRect(grid.snapped(client));
+    painter.fillRect(grid.snapped(client), color(backdrop_.back));
+    drawPicture(painter, art, grid, backdrop_.picture, QPoint(0, 0));
+    const Drawer draw(painter, art, grid);
     for (const Look& look : looks_) {
         const QRect bounds = boundsOf(look) & client;
         if (bounds.isEmpty()) continue;
         painter.save();
-        painter.setClipRect(bounds, Qt::IntersectClip);
+        painter.setClipRect(grid.snapped(bounds), Qt::IntersectClip);
         std::visit(draw, look);
         painter.restore();
     }

@@ -68,8 +68,9 @@ class ClientScene {
 public:
     // Takes what the window shows now; returns where that differs.
     QRegion refresh(const ui::Window& window);
-    // Paints the part `area` of the client area at `dpr` pixels a point.
-    void paint(QPainter& painter, const QRect& area, ArtCache& art, qreal dpr) const;
+    // Paints the part `area` of the client area, at the density of what
+    // the painter paints on.
+    void paint(QPainter& painter, const QRect& area, ArtCache& art) const;
 
 private:
     struct Backdrop {

@@ -1,5 +1,7 @@
 #include "front/qt/Placement.h"
 
+#include <cmath>
+
 #include "front/qt/QtValues.h"
 
 namespace zd::qt {
@@ -53,13 +55,43 @@ QSize clientSizeOf(const ui::Window& window) {
     return QSize(toPixels(window.clientWidth()), toPixels(window.clientHeight()));
 }
 
-ui::Control* controlAt(const ui::Window& window, QPoint pos, QSize clientSize) {
+PixelGrid::PixelGrid(QPointF origin, qreal dpr) : origin_(origin), dpr_(dpr > 0 ? dpr : 1) {}
+
+QRect PixelGrid::cover(const QRect& logical) const {
+    // Halves go right and down, as Qt rounds what it paints itself.
+    const auto edge = [this](int at, qreal origin) {
+        return static_cast<int>(std::floor(at * dpr_ + origin + 0.5));
+    };
+    const int left = edge(logical.left(), origin_.x());
+    const int top = edge(logical.top(), origin_.y());
+    const int right = edge(logical.left() + logical.width(), origin_.x());
+    const int bottom = edge(logical.top() + logical.height(), origin_.y());
+    return QRect(left, top, right - left, bottom - top);
+}
+
+QRectF PixelGrid::snapped(const QRect& logical) const {
+    const QRectF device(cover(logical));
+    return QRectF((device.topLeft() - origin_) / dpr_, device.size() / dpr_);
+}
+
+QPoint PixelGrid::pixelAt(QPointF pos) const {
+    // The window system counts the mouse in whole device pixels; what comes
+    // back from dividing by the scale is a hair off either way.
+    constexpr qreal kSlack = 1.0 / 64;
+    const QPointF device = pos * dpr_ + origin_;
+    return QPoint(static_cast<int>(std::floor(device.x() + kSlack)),
+                  static_cast<int>(std::floor(device.y() + kSlack)));
+}
+
+ui::Control* controlAt(const ui::Window& window, QPointF pos, QSize clientSize,
+                       const PixelGrid& grid) {
+    const QPoint pixel = grid.pixelAt(pos);
     const auto& controls = window.controls();
     for (auto it = controls.rbegin(); it != controls.rend(); ++it) {
         ui::Control& c = **it;
         if (!c.shown() || !takesMouse(c)) continue;
         const Placement place = placementOf(c, clientSize);
-        if ((place.rect & place.clip).contains(pos)) return &c;
+        if (grid.cover(place.rect & place.clip).contains(pixel)) return &c;
     }
     return nullptr;
 }

@@ -85,6 +85,17 @@ QSize WindowWidget::clientSize() const {
     return client_->size();
 }
 
+PixelGrid WindowWidget::pixelGrid() const {
+    const qreal dpr = devicePixelRatioF();
+    return PixelGrid(client_->mapTo(this, QPointF(0, 0)) * dpr, dpr);
+}
+
+QPointF WindowWidget::clientPos(const QMouseEvent* e) const {
+    // Qt hands a child widget the mouse rounded to whole logical pixels,
+    // half a device pixel off at scale 2; the window has it exact.
+    return e->scenePosition() - QPointF(client_->mapTo(this, QPoint(0, 0)));
+}
+
 QLineEdit* WindowWidget::lineEditFor(const ui::TextBox& box) const {
     return edits_->lineEditFor(box);
 }
@@ -157,7 +168,8 @@ void WindowWidget::syncFromModel() {
     const QRegion changed = scene_.refresh(*window_);
     if (!changed.isEmpty()) client_->update(changed);
     if (client_->underMouse()) {
-        updateCursor(controlAt(*window_, client_->mapFromGlobal(QCursor::pos()), clientSize()));
+        updateCursor(controlAt(*window_, client_->mapFromGlobal(QPointF(QCursor::pos())),
+                               clientSize(), pixelGrid()));
     }
 }
 
@@ -244,7 +256,7 @@ void WindowWidget::onPress(QMouseEvent* e) {
     // The first button down captures the mouse for what it went down on;
     // MouseDown comes for every button, the click only for the left one.
     if (!(e->buttons() & kMouseButtons & ~e->button())) {
-        pressed_ = controlAt(*window_, e->position().toPoint(), clientSize());
+        pressed_ = controlAt(*window_, clientPos(e), clientSize(), pixelGrid());
         pressedWindow_ = pressed_ == nullptr;
     }
     if (ui::Control* c = pressed_) guarded([this, c] { frontEnd_.toolkit().mouseDown(*c); });
@@ -265,13 +277,13 @@ void WindowWidget::onRelease(QMouseEvent* e) {
         return;
     }
     if (!c || !window_) return;
-    const QPoint at = e->position().toPoint();
+    const QPointF at = clientPos(e);
     QPointer<WindowWidget> self(this);
     guarded([&] {
         ui::Toolkit& tk = frontEnd_.toolkit();
         tk.mouseUp(*c);
         if (!left || !self || !window_) return;
-        if (controlAt(*window_, at, clientSize()) == c) tk.click(*c);
+        if (controlAt(*window_, at, clientSize(), pixelGrid()) == c) tk.click(*c);
     });
 }
 
@@ -291,7 +303,7 @@ void WindowWidget::onMouseMove(QMouseEvent* e) {
         }
         manualDrag_ = false;
     }
-    ui::Control* over = controlAt(*window_, e->position().toPoint(), clientSize());
+    ui::Control* over = controlAt(*window_, clientPos(e), clientSize(), pixelGrid());
     updateCursor(over);
     if (dragged_ && left) return;
     // While a button is down, moves go to what it went down on.

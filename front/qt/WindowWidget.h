@@ -8,6 +8,7 @@
 #include <string>
 
 #include "front/qt/ClientScene.h"
+#include "front/qt/Placement.h"
 #include "ui/model/Window.h"
 
 class QLineEdit;
@@ -38,6 +39,8 @@ public:
     QWidget* clientArea() const;
     QMenuBar* menuBar() const;
     QSize clientSize() const;
+    // How the client area lies on the screen's pixels, for the hit test.
+    PixelGrid pixelGrid() const;
     QLineEdit* lineEditFor(const ui::TextBox& box) const;
     const ClientScene& scene() const { return scene_; }
 
@@ -64,6 +67,9 @@ private:
     void syncGeometry();
     void applyFlags();
     void updateCursor(ui::Control* over);
+    // Where the mouse of an event from the client area is, in its
+    // coordinates, as exactly as the window system said.
+    QPointF clientPos(const QMouseEvent* e) const;
 
     QtFrontEnd& frontEnd_;
     ui::Window* window_;

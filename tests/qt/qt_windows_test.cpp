@@ -12,8 +12,10 @@
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPointer>
+#include <QScreen>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QWindow>
 #include <algorithm>
 #include <cstdlib>
 #include <functional>
@@ -165,7 +167,7 @@ TEST(QtArt, RenderingsKeptOnDiskComeBackAlikeAndGoWhenTheSheetChanges) {
     EXPECT_EQ(changed.pixelColor(10, 10), QColor(255, 0, 0));
 }
 
-TEST(QtWindows, EveryWindowPaintsAtSingleAndDoubleDensity) {
+TEST(QtWindows, EveryWindowPaintsAtEveryDensity) {
     Program program;
     zd::Program& p = program.p;
     std::vector<zd::ui::Window*> windows = {&p.frmHintergrund(), &p.frmSpielfeld(), &p.frmBeste(),
@@ -175,15 +177,16 @@ TEST(QtWindows, EveryWindowPaintsAtSingleAndDoubleDensity) {
         WindowWidget& widget = program.widget(*w);
         EXPECT_EQ(widget.clientSize(), QSize(w->clientWidth() / 15, w->clientHeight() / 15))
             << w->name();
-        for (qreal dpr : {1.0, 2.0}) {
+        for (qreal dpr : {1.0, 1.25, 1.5, 2.0}) {
             // The client area is painted whole, to its last physical pixel.
             const QImage image = render(widget, dpr);
             const QRect client(widget.clientArea()->pos() * dpr, widget.clientSize() * dpr);
+            const QRgb unpaintedPixel = kUnpainted.rgba();
             int unpainted = 0;
             for (int y = client.top(); y <= client.bottom(); ++y) {
-                for (int x = client.left(); x <= client.right(); ++x) {
-                    if (image.pixelColor(x, y) == kUnpainted) ++unpainted;
-                }
+                const auto* row = reinterpret_cast<const QRgb*>(image.constScanLine(y));
+                unpainted += static_cast<int>(
+                    std::count(row + client.left(), row + client.right() + 1, unpaintedPixel));
             }
             EXPECT_EQ(unpainted, 0) << w->name() << " at " << dpr;
         }
@@ -277,6 +280,101 @@ TEST(QtInput, AClickOnAControlReachesTheModel) {
     sendMouse(client, QEvent::MouseButtonPress, centre(widget, board));
     sendMouse(client, QEvent::MouseButtonRelease, centre(widget, board));
     EXPECT_EQ(clicked, 1);
+}
+
+// Where two renderings differ, in device pixels.
+QRect differing(const QImage& a, const QImage& b) {
+    QRect r;
+    for (int y = 0; y < a.height(); ++y) {
+        const auto* rowA = reinterpret_cast<const QRgb*>(a.constScanLine(y));
+        const auto* rowB = reinterpret_cast<const QRgb*>(b.constScanLine(y));
+        if (std::equal(rowA, rowA + a.width(), rowB)) continue;
+        for (int x = 0; x < a.width(); ++x) {
+            if (rowA[x] != rowB[x]) r |= QRect(x, y, 1, 1);
+        }
+    }
+    return r;
+}
+
+TEST(QtInput, AClickReachesAButtonExactlyWhereItIsDrawnAtEveryScale) {
+    Program program;
+    zd::ui::FrmSpielfeld& f = program.p.frmSpielfeld();
+    program.show(f);
+    WindowWidget& widget = program.widget(f);
+    // A button on the window and a die on the board panel, which counts
+    // from an origin of its own; each given a picture opaque to its edges,
+    // so that the rendering shows where it lies.
+    struct Target {
+        zd::ui::Image* image;
+        int clicks = 0;
+    };
+    std::vector<Target> targets = {{&f.lblHilfe}, {&f.imgAndrea[0]}};
+    program.p.tk.dispatch([&] {
+        for (Target& t : targets) {
+            auto opaque = std::make_shared<zd::ui::PictureData>();
+            opaque->sheet = "digital";
+            opaque->element = "digit_green_8";
+            opaque->widthPx = t.image->Width / 15;
+            opaque->heightPx = t.image->Height / 15;
+            t.image->picture = opaque;
+            t.image->Click = [&t] { ++t.clicks; };
+        }
+    });
+
+    std::vector<qreal> scales;
+    for (QScreen* screen : QGuiApplication::screens()) {
+        widget.windowHandle()->setScreen(screen);
+        widget.move(screen->geometry().topLeft() + QPoint(10, 10));
+        QCoreApplication::processEvents();
+        const qreal dpr = widget.devicePixelRatioF();
+        scales.push_back(dpr);
+        for (Target& t : targets) {
+            SCOPED_TRACE(testing::Message() << t.image->name() << " at scale " << dpr);
+            const QImage shown = render(widget, dpr);
+            program.p.tk.dispatch([&] { t.image->Visible = false; });
+            const QRect drawn = differing(shown, render(widget, dpr));
+            program.p.tk.dispatch([&] { t.image->Visible = true; });
+            ASSERT_FALSE(drawn.isEmpty());
+
+            // A click as the window system reports it: to the window, at
+            // the device pixel divided by the scale.
+            const auto reaches = [&](QPoint pixel) {
+                const QPointF at = QPointF(pixel) / dpr;
+                const int before = t.clicks;
+                for (const QEvent::Type type :
+                     {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+                    const Qt::MouseButtons held = type == QEvent::MouseButtonPress
+                                                      ? Qt::MouseButtons(Qt::LeftButton)
+                                                      : Qt::NoButton;
+                    QMouseEvent e(type, at, at, widget.mapToGlobal(at), Qt::LeftButton, held,
+                                  Qt::NoModifier);
+                    QCoreApplication::sendEvent(widget.windowHandle(), &e);
+                }
+                return t.clicks > before;
+            };
+            const QPoint mid = drawn.center();
+            const struct {
+                const char* where;
+                QPoint pixel;
+                bool inside;
+            } probes[] = {
+                {"first column", {drawn.left(), mid.y()}, true},
+                {"last column", {drawn.right(), mid.y()}, true},
+                {"first row", {mid.x(), drawn.top()}, true},
+                {"last row", {mid.x(), drawn.bottom()}, true},
+                {"left of it", {drawn.left() - 1, mid.y()}, false},
+                {"right of it", {drawn.right() + 1, mid.y()}, false},
+                {"above it", {mid.x(), drawn.top() - 1}, false},
+                {"below it", {mid.x(), drawn.bottom() + 1}, false},
+            };
+            for (const auto& probe : probes) {
+                EXPECT_EQ(reaches(probe.pixel), probe.inside)
+                    << probe.where << ", device pixel " << probe.pixel.x() << ","
+                    << probe.pixel.y();
+            }
+        }
+    }
+    EXPECT_EQ(scales, (std::vector<qreal>{1, 1.25, 1.5, 2}));
 }
 
 void typeKey(QWidget* target, int key, const QString& text = {}) {
@@ -617,7 +715,7 @@ TEST(QtLoop, AModalShowWaitsWhileTimersRunAndEndsWhenItsWindowGoes) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", ZD_QT_PLATFORM);
     // The offscreen platform cannot stack windows and says so each time.
     static const QtMessageHandler standard = qInstallMessageHandler(nullptr);
     qInstallMessageHandler([](QtMsgType type, const QMessageLogContext& context, const QString& m) {
