@@ -36,7 +36,16 @@ int keyCode(int key) {
             return 27;
         case Qt::Key_Return:
         case Qt::Key_Enter:
-            return 13;
+            return ui::kKeyReturn;
+        case Qt::Key_Tab:
+        case Qt::Key_Backtab:
+            return ui::kKeyTab;
+        case Qt::Key_Space:
+            return ui::kKeySpace;
+        case Qt::Key_Left:
+            return ui::kKeyLeft;
+        case Qt::Key_Right:
+            return ui::kKeyRight;
         default:
             return 0;
     }
@@ -206,6 +215,11 @@ void WindowWidget::moveEvent(QMoveEvent* e) {
     appliedPos_ = at;
 }
 
+bool WindowWidget::focusNextPrevChild(bool) {
+    // Tab goes to the model, which knows the way round the buttons.
+    return false;
+}
+
 void WindowWidget::keyPressEvent(QKeyEvent* e) {
     bool handled = false;
     guarded([&] { handled = handleKey(e); });
@@ -217,12 +231,16 @@ bool WindowWidget::handleKey(QKeyEvent* e) {
     ui::Toolkit& tk = frontEnd_.toolkit();
     const int code = keyCode(e->key());
     if (e->modifiers() & Qt::AltModifier) {
-        if (code == 0 || (code >= 112 && code <= 123) || code == 27 || code == 13) return false;
+        // Alt with a letter or digit: an access key, or else the window's
+        // own key; anything else with Alt is the desktop's.
+        const bool letterOrDigit = (code >= 'A' && code <= 'Z') || (code >= '0' && code <= '9');
+        if (!letterOrDigit) return false;
         tk.shortcut(std::string("Alt+") + static_cast<char>(code));
         return true;
     }
-    if (code == 0 || !window_->Form_KeyDown) return false;
-    tk.keyDown(*window_, code);
+    if (code == 0 || !ui::Toolkit::takesKey(*window_, code)) return false;
+    const bool backwards = e->key() == Qt::Key_Backtab || (e->modifiers() & Qt::ShiftModifier);
+    tk.keyDown(*window_, code, backwards);
     return true;
 }
 

@@ -349,14 +349,14 @@ TEST(QtInput, ALockedTextBoxTakesNoFocus) {
     sendButton(other, QEvent::MouseButtonRelease, QPoint(5, 5), Qt::LeftButton);
     EXPECT_FALSE(other->hasFocus());
 
-    // Shown anew with the focus still on the locked box, as the list for
-    // reading after an entry: no box has the focus.
+    // Shown anew after the box was locked, as the list for reading after an
+    // entry: the focus is on OK, and no box has it.
     program.p.tk.dispatch([&] { program.p.tk.hide(f); });
     program.show(f);
     WindowWidget& again = program.widget(f);
     again.activateWindow();
     QCoreApplication::processEvents();
-    EXPECT_EQ(f.focus, &entry);
+    EXPECT_EQ(f.activeControl(), &f.cmdEnde);
     for (int i = 0; i <= 4; ++i) EXPECT_FALSE(again.lineEditFor(f.txtSpieler[i])->hasFocus()) << i;
 }
 

@@ -17,6 +17,13 @@ namespace zd::ui {
 
 constexpr int kTwipsPerPixel = 15;
 
+// Key codes the toolkit itself gives a meaning.
+constexpr int kKeyTab = 9;
+constexpr int kKeyReturn = 13;
+constexpr int kKeySpace = 32;
+constexpr int kKeyLeft = 37;
+constexpr int kKeyRight = 39;
+
 // Thrown to unwind everything when the program ends at once; caught at the
 // edge of every event.
 struct ProgramEnded {};
@@ -77,7 +84,13 @@ public:
     bool mouseUp(Control& c);
     bool mouseMove(Control& c, int button);
     bool windowMouseMove(Window& w, int button);
-    bool keyDown(Window& w, int keyCode);
+    // A key for w: its own KeyDown hears it first, then keyboard play
+    // (Tab, with Shift backwards; Left, Right; Space and Return press).
+    bool keyDown(Window& w, int keyCode, bool backwards = false);
+    // Whether anything of w gives the key a meaning.
+    static bool takesKey(const Window& w, int keyCode);
+    // Keyboard play has been used, so the focus is worth showing.
+    bool keyboardUsed() const { return keyboardUsed_; }
     bool menu(MenuItem& item);
     // "Ctrl+E", "F1", "Alt+A" on the active window, as the keyboard would.
     bool shortcut(std::string_view keys);
@@ -124,6 +137,8 @@ private:
     bool inputReaches(const Control& c) const;
     void shift(Control& c);
     void runIdleTasks();
+    void settleFocus();
+    void play(Window& w, int keyCode, bool backwards);
 
     EventLoop& loop_;
     FrontEnd noFrontEnd_;
@@ -142,6 +157,7 @@ private:
     Window* active_ = nullptr;
     int depth_ = 0;
     bool ended_ = false;
+    bool keyboardUsed_ = false;
 };
 
 }  // namespace zd::ui
