@@ -162,7 +162,11 @@ void WindowWidget::syncFromModel() {
     syncGeometry();
     if (menus_) menus_->sync();
     edits_->sync(clientSize());
-    const QRegion changed = scene_.refresh(*window_);
+    // The focus is shown once the keyboard plays; a text box shows its caret.
+    const ui::Control* marked =
+        frontEnd_.toolkit().keyboardUsed() ? window_->activeControl() : nullptr;
+    if (dynamic_cast<const ui::TextBox*>(marked)) marked = nullptr;
+    const QRegion changed = scene_.refresh(*window_, marked);
     if (!changed.isEmpty()) client_->update(changed);
     if (client_->underMouse()) {
         updateCursor(controlAt(*window_, client_->mapFromGlobal(QCursor::pos()), clientSize()));
@@ -252,6 +256,8 @@ void WindowWidget::beginManualDrag() {
 
 void WindowWidget::onPress(QMouseEvent* e) {
     if (!window_ || !(e->button() & kMouseButtons)) return;
+    // A click on the client area takes the keys from a selected menu bar.
+    if (menus_) menus_->releaseKeyboard();
     if (e->button() == Qt::LeftButton) {
         dragged_ = false;
         manualDrag_ = false;
