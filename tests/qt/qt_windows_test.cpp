@@ -491,6 +491,48 @@ TEST(QtGame, ARoundAndTheNextLevelPlayedWithTheMouse) {
     EXPECT_TRUE(f.imgWuerfeln.Visible);
 }
 
+// A key as the keyboard delivers it: to the widget with the focus, else to
+// the active window.
+void pressKey(QWidget* window, int key, const QString& text = {}) {
+    QWidget* focus = QApplication::focusWidget();
+    typeKey(focus ? focus : window, key, text);
+}
+
+TEST(QtKeys, AMenuClosedByEscLeavesSpaceAndReturnToTheField) {
+    Game game;
+    zd::ui::FrmSpielfeld& f = game.p.frmSpielfeld();
+    WindowWidget* widget = game.frontEnd.widgetFor(f);
+    ASSERT_NE(widget, nullptr);
+    widget->activateWindow();
+    QCoreApplication::processEvents();
+    // Where the focus mark would stand round the throw button.
+    const QRect wuerfeln = placementOf(f.imgWuerfeln, widget->clientSize()).rect;
+    const QPoint mark = widget->clientArea()->pos() + QPoint(wuerfeln.left() - 3, wuerfeln.top());
+
+    QMenuBar* bar = widget->menuBar();
+    QAction* spiel = bar->actions().at(0);
+    sendMouse(bar, QEvent::MouseButtonPress, bar->actionGeometry(spiel).center());
+    sendMouse(bar, QEvent::MouseButtonRelease, bar->actionGeometry(spiel).center());
+    ASSERT_TRUE(spiel->menu()->isVisible());
+    typeKey(spiel->menu(), Qt::Key_Escape);
+    // What Qt queued on closing, but nothing from the window system: the
+    // offscreen platform's activation changes would take the keys from the
+    // bar by themselves, where X11's do not.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
+    EXPECT_FALSE(spiel->menu()->isVisible());
+    EXPECT_EQ(bar->activeAction(), nullptr);
+
+    // Space presses Neues Spiel, and the focus moves on to Würfeln, now
+    // marked; Return throws. The menu opens for neither.
+    pressKey(widget, Qt::Key_Space, QStringLiteral(" "));
+    EXPECT_TRUE(f.imgWuerfeln.Visible);
+    EXPECT_EQ(render(*widget, 1.0).pixelColor(mark), QColor(Qt::white));
+    pressKey(widget, Qt::Key_Return, QStringLiteral("\r"));
+    EXPECT_EQ(f.timZeit.Interval, 700);
+    EXPECT_FALSE(spiel->menu()->isVisible());
+    EXPECT_FALSE(game.p.tk.ended());
+}
+
 TEST(QtGame, HilfeAndInfoLookPressedUnderAnyButtonButOnlyTheLeftOneClicks) {
     Game game;
     zd::Program& p = game.p;
