@@ -533,6 +533,34 @@ TEST(QtKeys, AMenuClosedByEscLeavesSpaceAndReturnToTheField) {
     EXPECT_FALSE(game.p.tk.ended());
 }
 
+TEST(QtKeys, TabLeavesTheNameBoxForOkAndReturnPressesIt) {
+    Program program;
+    zd::ui::FrmBeste& f = program.p.frmBeste();
+    int ok = 0;
+    f.cmdEnde.Click = [&] { ++ok; };
+    program.show(f);
+    // The window as an entry leaves it: one box open, no clearing button.
+    program.p.tk.dispatch([&] {
+        for (int i = 1; i <= 4; ++i) f.txtSpieler[i].Locked = true;
+        f.lblClear.Visible = false;
+        f.txtSpieler[0].SetFocus();
+    });
+    WindowWidget& widget = program.widget(f);
+    widget.activateWindow();
+    QCoreApplication::processEvents();
+    QLineEdit* edit = widget.lineEditFor(f.txtSpieler[0]);
+    ASSERT_TRUE(edit->hasFocus());
+
+    // Return in the box ends nothing; Tab goes on to OK, and the keys with it.
+    pressKey(&widget, Qt::Key_Return, QStringLiteral("\r"));
+    EXPECT_EQ(ok, 0);
+    pressKey(&widget, Qt::Key_Tab);
+    EXPECT_EQ(f.activeControl(), &f.cmdEnde);
+    EXPECT_FALSE(edit->hasFocus());
+    pressKey(&widget, Qt::Key_Return, QStringLiteral("\r"));
+    EXPECT_EQ(ok, 1);
+}
+
 TEST(QtGame, HilfeAndInfoLookPressedUnderAnyButtonButOnlyTheLeftOneClicks) {
     Game game;
     zd::Program& p = game.p;
