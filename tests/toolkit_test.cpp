@@ -308,11 +308,11 @@ TEST_F(ToolkitTest, WhatTheUserDoesToAWindowOrATextBoxReachesTheModel) {
     EXPECT_TRUE(tk.selected(w.box, 4, 9));
     EXPECT_EQ(w.box.SelLength, 1);
     EXPECT_TRUE(tk.focused(w.box));
-    EXPECT_EQ(w.focus, &w.box);
+    EXPECT_EQ(w.activeControl(), &w.box);
 
     // A locked box may be selected in but takes no focus; a hidden one
     // takes neither.
-    w.focus = nullptr;
+    w.setActiveControl(nullptr);
     w.box.Locked = true;
     EXPECT_TRUE(tk.selected(w.box, 0, 0));
     EXPECT_FALSE(tk.focused(w.box));
@@ -321,7 +321,7 @@ TEST_F(ToolkitTest, WhatTheUserDoesToAWindowOrATextBoxReachesTheModel) {
     EXPECT_FALSE(tk.selected(w.box, 2, 0));
     EXPECT_FALSE(tk.focused(w.box));
     EXPECT_EQ(w.box.SelStart, 0);
-    EXPECT_EQ(w.focus, nullptr);
+    EXPECT_EQ(w.activeControl(), nullptr);
 }
 
 }  // namespace

@@ -99,6 +99,11 @@ std::optional<std::string> printProperty(const ui::Window& w, std::string_view p
     if (prop == "Height") return std::to_string(w.Height);
     if (prop == "Enabled") return printableBool(true);
     if (prop == "Picture") return printablePicture(w.picture);
+    if (prop == "ActiveControl") {
+        const ui::Control* c = w.activeControl();
+        if (!c) return "(none)";
+        return c->name() + (c->index() >= 0 ? "(" + std::to_string(c->index()) + ")" : "");
+    }
     return std::nullopt;
 }
 

@@ -118,6 +118,21 @@ private:
     const PixelGrid& grid_;
 };
 
+// How far the focus mark stands off the control, in logical pixels.
+constexpr int kMarkGap = 3;
+
+// A dotted line on a light one, to be seen on dark and pale ground alike;
+// drawn inside `bounds`.
+void drawFocusMark(QPainter& painter, const QRect& bounds) {
+    painter.save();
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(Qt::white, 1));
+    painter.drawRect(bounds.adjusted(0, 0, -1, -1));
+    painter.setPen(QPen(Qt::black, 1, Qt::DotLine));
+    painter.drawRect(bounds.adjusted(1, 1, -2, -2));
+    painter.restore();
+}
+
 }  // namespace
 
 Look lookOf(const ui::Control& c, QSize clientSize) {
@@ -176,7 +191,7 @@ QRect boundsOf(const Look& look) {
                       look);
 }
 
-QRegion ClientScene::refresh(const ui::Window& window) {
+QRegion ClientScene::refresh(const ui::Window& window, const ui::Control* marked) {
     const Backdrop backdrop{clientSizeOf(window), window.BackColor, window.picture};
     const auto& controls = window.controls();
     QRegion changed;
@@ -192,6 +207,19 @@ QRegion ClientScene::refresh(const ui::Window& window) {
         changed += boundsOf(looks_[i]);
         changed += boundsOf(now);
         looks_[i] = std::move(now);
+    }
+    QRect mark;
+    if (marked && marked->shown()) {
+        const Placement place = placementOf(*marked, backdrop.size);
+        if (!(place.rect & place.clip).isEmpty()) {
+            mark = place.rect.adjusted(-kMarkGap, -kMarkGap, kMarkGap, kMarkGap) &
+                   QRect(QPoint(0, 0), backdrop.size);
+        }
+    }
+    if (mark != mark_) {
+        changed += mark_;
+        changed += mark;
+        mark_ = mark;
     }
     return changed;
 }
@@ -216,6 +244,7 @@ void ClientScene::paint(QPainter& painter, const QRect& area, ArtCache& art) con
         std::visit(draw, look);
         painter.restore();
     }
+    if (mark_.intersects(client)) drawFocusMark(painter, mark_);
     painter.restore();
 }
 

@@ -66,8 +66,9 @@ QRect boundsOf(const Look& look);
 // paints only from here, and repaints where a refresh found a change.
 class ClientScene {
 public:
-    // Takes what the window shows now; returns where that differs.
-    QRegion refresh(const ui::Window& window);
+    // Takes what the window shows now, with the focus mark round `marked`
+    // if given; returns where that differs.
+    QRegion refresh(const ui::Window& window, const ui::Control* marked = nullptr);
     // Paints the part `area` of the client area, at the density of what
     // the painter paints on.
     void paint(QPainter& painter, const QRect& area, ArtCache& art) const;
@@ -81,6 +82,7 @@ private:
     };
     Backdrop backdrop_;
     std::vector<Look> looks_;
+    QRect mark_;
 };
 
 }  // namespace zd::qt

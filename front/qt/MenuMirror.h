@@ -9,6 +9,7 @@
 class QAction;
 class QMenu;
 class QMenuBar;
+class QStyle;
 
 namespace zd::qt {
 
@@ -25,6 +26,8 @@ public:
 
     QMenuBar* bar() const { return bar_; }
     void sync();
+    // The keys go back to the window: no entry of the bar stays selected.
+    void releaseKeyboard();
 
 private:
     // A menu for `item`, with its entries below it.
@@ -42,6 +45,7 @@ private:
 
     WindowWidget& owner_;
     QMenuBar* bar_;
+    QStyle* style_;
     std::map<const ui::MenuItem*, Entry> entries_;
 };
 

@@ -54,10 +54,17 @@ void TextBoxMirror::sync(QSize clientSize) {
         syncLook(*box, edit.widget, clientSize);
         syncText(*box, edit);
     }
-    const ui::TextBox* focus = window->focus && !window->focus->Locked ? window->focus : nullptr;
+    const auto* box = dynamic_cast<const ui::TextBox*>(window->activeControl());
+    const ui::TextBox* focus = box && !box->Locked ? box : nullptr;
     if (focus != lastFocus_) {
         lastFocus_ = focus;
-        if (QLineEdit* e = focus ? lineEditFor(*focus) : nullptr) e->setFocus(Qt::OtherFocusReason);
+        QLineEdit* wanted = focus ? lineEditFor(*focus) : nullptr;
+        if (wanted) wanted->setFocus(Qt::OtherFocusReason);
+        // Moved on to a button: the keys go to the window again.
+        for (const auto& entry : edits_) {
+            QLineEdit* e = entry.second.widget;
+            if (e != wanted && e->hasFocus()) e->clearFocus();
+        }
     }
     pushing_ = false;
 }
@@ -159,8 +166,10 @@ bool TextBoxMirror::eventFilter(QObject* watched, QEvent* e) {
         if (box && owner_.frontEnd().toolkit().focused(*box)) lastFocus_ = box;
     } else if (e->type() == QEvent::KeyPress) {
         auto* key = static_cast<QKeyEvent*>(e);
-        // Access keys belong to the window, not to the text in the box.
-        if (key->modifiers() & Qt::AltModifier) {
+        // Access keys and the way to the buttons belong to the window, not
+        // to the text in the box.
+        if ((key->modifiers() & Qt::AltModifier) || key->key() == Qt::Key_Tab ||
+            key->key() == Qt::Key_Backtab) {
             bool handled = false;
             guarded([&] { handled = owner_.handleKey(key); });
             if (handled) return true;

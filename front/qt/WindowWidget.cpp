@@ -38,6 +38,15 @@ int keyCode(int key) {
         case Qt::Key_Return:
         case Qt::Key_Enter:
             return ui::kKeyReturn;
+        case Qt::Key_Tab:
+        case Qt::Key_Backtab:
+            return ui::kKeyTab;
+        case Qt::Key_Space:
+            return ui::kKeySpace;
+        case Qt::Key_Left:
+            return ui::kKeyLeft;
+        case Qt::Key_Right:
+            return ui::kKeyRight;
         default:
             return 0;
     }
@@ -165,7 +174,11 @@ void WindowWidget::syncFromModel() {
     syncGeometry();
     if (menus_) menus_->sync();
     edits_->sync(clientSize());
-    const QRegion changed = scene_.refresh(*window_);
+    // The focus is shown once the keyboard plays; a text box shows its caret.
+    const ui::Control* marked =
+        frontEnd_.toolkit().keyboardUsed() ? window_->activeControl() : nullptr;
+    if (dynamic_cast<const ui::TextBox*>(marked)) marked = nullptr;
+    const QRegion changed = scene_.refresh(*window_, marked);
     if (!changed.isEmpty()) client_->update(changed);
     if (client_->underMouse()) {
         updateCursor(controlAt(*window_, client_->mapFromGlobal(QPointF(QCursor::pos())),
@@ -219,6 +232,11 @@ void WindowWidget::moveEvent(QMoveEvent* e) {
     appliedPos_ = at;
 }
 
+bool WindowWidget::focusNextPrevChild(bool) {
+    // Tab goes to the model, which knows the way round the buttons.
+    return false;
+}
+
 void WindowWidget::keyPressEvent(QKeyEvent* e) {
     bool handled = false;
     guarded([&] { handled = handleKey(e); });
@@ -230,14 +248,16 @@ bool WindowWidget::handleKey(QKeyEvent* e) {
     ui::Toolkit& tk = frontEnd_.toolkit();
     const int code = keyCode(e->key());
     if (e->modifiers() & Qt::AltModifier) {
-        if (code == 0 || (code >= ui::kKeyF1 && code <= ui::kKeyF12) || code == ui::kKeyEscape ||
-            code == ui::kKeyReturn)
-            return false;
+        // Alt with a letter or digit: an access key, or else the window's
+        // own key; anything else with Alt is the desktop's.
+        const bool letterOrDigit = (code >= 'A' && code <= 'Z') || (code >= '0' && code <= '9');
+        if (!letterOrDigit) return false;
         tk.shortcut(std::string("Alt+") + static_cast<char>(code));
         return true;
     }
-    if (code == 0 || !window_->Form_KeyDown) return false;
-    tk.keyDown(*window_, code);
+    if (code == 0 || !ui::Toolkit::takesKey(*window_, code)) return false;
+    const bool backwards = e->key() == Qt::Key_Backtab || (e->modifiers() & Qt::ShiftModifier);
+    tk.keyDown(*window_, code, backwards);
     return true;
 }
 
@@ -249,6 +269,8 @@ void WindowWidget::beginManualDrag() {
 
 void WindowWidget::onPress(QMouseEvent* e) {
     if (!window_ || !(e->button() & kMouseButtons)) return;
+    // A click on the client area takes the keys from a selected menu bar.
+    if (menus_) menus_->releaseKeyboard();
     if (e->button() == Qt::LeftButton) {
         dragged_ = false;
         manualDrag_ = false;

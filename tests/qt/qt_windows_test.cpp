@@ -447,14 +447,14 @@ TEST(QtInput, ALockedTextBoxTakesNoFocus) {
     sendButton(other, QEvent::MouseButtonRelease, QPoint(5, 5), Qt::LeftButton);
     EXPECT_FALSE(other->hasFocus());
 
-    // Shown anew with the focus still on the locked box, as the list for
-    // reading after an entry: no box has the focus.
+    // Shown anew after the box was locked, as the list for reading after an
+    // entry: the focus is on OK, and no box has it.
     program.p.tk.dispatch([&] { program.p.tk.hide(f); });
     program.show(f);
     WindowWidget& again = program.widget(f);
     again.activateWindow();
     QCoreApplication::processEvents();
-    EXPECT_EQ(f.focus, &entry);
+    EXPECT_EQ(f.activeControl(), &f.cmdEnde);
     for (int i = 0; i <= 4; ++i) EXPECT_FALSE(again.lineEditFor(f.txtSpieler[i])->hasFocus()) << i;
 }
 
@@ -587,6 +587,76 @@ TEST(QtGame, ARoundAndTheNextLevelPlayedWithTheMouse) {
     EXPECT_FALSE(f.imgNaechsterLevel.Visible);
     EXPECT_EQ(f.lblGewonnen.Caption, "Spieler beginnt die neue Spielrunde");
     EXPECT_TRUE(f.imgWuerfeln.Visible);
+}
+
+// A key as the keyboard delivers it: to the widget with the focus, else to
+// the active window.
+void pressKey(QWidget* window, int key, const QString& text = {}) {
+    QWidget* focus = QApplication::focusWidget();
+    typeKey(focus ? focus : window, key, text);
+}
+
+TEST(QtKeys, AMenuClosedByEscLeavesSpaceAndReturnToTheField) {
+    Game game;
+    zd::ui::FrmSpielfeld& f = game.p.frmSpielfeld();
+    WindowWidget* widget = game.frontEnd.widgetFor(f);
+    ASSERT_NE(widget, nullptr);
+    widget->activateWindow();
+    QCoreApplication::processEvents();
+    // Where the focus mark would stand round the throw button.
+    const QRect wuerfeln = placementOf(f.imgWuerfeln, widget->clientSize()).rect;
+    const QPoint mark = widget->clientArea()->pos() + QPoint(wuerfeln.left() - 3, wuerfeln.top());
+
+    QMenuBar* bar = widget->menuBar();
+    QAction* spiel = bar->actions().at(0);
+    sendMouse(bar, QEvent::MouseButtonPress, bar->actionGeometry(spiel).center());
+    sendMouse(bar, QEvent::MouseButtonRelease, bar->actionGeometry(spiel).center());
+    ASSERT_TRUE(spiel->menu()->isVisible());
+    typeKey(spiel->menu(), Qt::Key_Escape);
+    // What Qt queued on closing, but nothing from the window system: the
+    // offscreen platform's activation changes would take the keys from the
+    // bar by themselves, where X11's do not.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
+    EXPECT_FALSE(spiel->menu()->isVisible());
+    EXPECT_EQ(bar->activeAction(), nullptr);
+
+    // Space presses Neues Spiel, and the focus moves on to Würfeln, now
+    // marked; Return throws. The menu opens for neither.
+    pressKey(widget, Qt::Key_Space, QStringLiteral(" "));
+    EXPECT_TRUE(f.imgWuerfeln.Visible);
+    EXPECT_EQ(render(*widget, 1.0).pixelColor(mark), QColor(Qt::white));
+    pressKey(widget, Qt::Key_Return, QStringLiteral("\r"));
+    EXPECT_EQ(f.timZeit.Interval, 700);
+    EXPECT_FALSE(spiel->menu()->isVisible());
+    EXPECT_FALSE(game.p.tk.ended());
+}
+
+TEST(QtKeys, TabLeavesTheNameBoxForOkAndReturnPressesIt) {
+    Program program;
+    zd::ui::FrmBeste& f = program.p.frmBeste();
+    int ok = 0;
+    f.cmdEnde.Click = [&] { ++ok; };
+    program.show(f);
+    // The window as an entry leaves it: one box open, no clearing button.
+    program.p.tk.dispatch([&] {
+        for (int i = 1; i <= 4; ++i) f.txtSpieler[i].Locked = true;
+        f.lblClear.Visible = false;
+        f.txtSpieler[0].SetFocus();
+    });
+    WindowWidget& widget = program.widget(f);
+    widget.activateWindow();
+    QCoreApplication::processEvents();
+    QLineEdit* edit = widget.lineEditFor(f.txtSpieler[0]);
+    ASSERT_TRUE(edit->hasFocus());
+
+    // Return in the box ends nothing; Tab goes on to OK, and the keys with it.
+    pressKey(&widget, Qt::Key_Return, QStringLiteral("\r"));
+    EXPECT_EQ(ok, 0);
+    pressKey(&widget, Qt::Key_Tab);
+    EXPECT_EQ(f.activeControl(), &f.cmdEnde);
+    EXPECT_FALSE(edit->hasFocus());
+    pressKey(&widget, Qt::Key_Return, QStringLiteral("\r"));
+    EXPECT_EQ(ok, 1);
 }
 
 TEST(QtGame, HilfeAndInfoLookPressedUnderAnyButtonButOnlyTheLeftOneClicks) {

@@ -80,6 +80,12 @@ FrmBeste::FrmBeste(Toolkit& tk)
     cmdClear.Move(8550, 3660, 2205, 495);
     cmdClear.Caption = "&Alle Einträge löschen";
     cmdClear.ToolTipText = "Rücksetzen aller Namen und Punkte";
+
+    // The name boxes take the focus only while one is open for typing.
+    for (int i = 0; i < 5; ++i) focusOrder.push_back(&txtSpieler[i]);
+    focusOrder.push_back(&lblClear);
+    focusOrder.push_back(&cmdEnde);
+    focusDefaults = {&cmdEnde};
 }
 
 }  // namespace zd::ui

@@ -237,6 +237,15 @@ FrmSpielfeld::FrmSpielfeld(Toolkit& tk)
     mnuInfo.put(2, addMenu("mnuInfo", 2, "zur Anwendung...", &mnuMenue3));
     mnuInfo.put(3, addMenu("mnuInfo", 3, "-", &mnuMenue3));
     mnuInfo.put(4, addMenu("mnuInfo", 4, "&Beste Spieler...", &mnuMenue3));
+
+    // The keyboard's way round the buttons: the left column from the top,
+    // then the board. Of buttons that appear together the best-list offer
+    // comes first, as it is easily missed and the next level waits anyway.
+    focusOrder = {&lblHilfe,      &lblAllgemein,  &imgNeu,      &imgEnde,           &imgAuswahl[3],
+                  &imgAuswahl[2], &imgAuswahl[1], &imgWuerfeln, &imgNaechsterLevel, &imgBeste};
+    focusDefaults = {&imgNeu,        &imgWuerfeln, &imgAuswahl[3],    &imgAuswahl[2],
+                     &imgAuswahl[1], &imgBeste,    &imgNaechsterLevel};
+    arrowRows = {{&imgAuswahl[3], &imgAuswahl[2], &imgAuswahl[1]}};
 }
 
 }  // namespace zd::ui

@@ -68,7 +68,7 @@ void ListBox::setList(int row, const std::string& text) {
 }
 
 void TextBox::SetFocus() {
-    window().focus = this;
+    window().setActiveControl(this);
 }
 
 char CommandButton::accessKey() const {

@@ -23,7 +23,11 @@ private:
 
 int keyCodeOf(std::string_view key) {
     if (key == "Esc") return kKeyEscape;
-    if (key == "Enter") return kKeyReturn;
+    if (key == "Enter" || key == "Return") return kKeyReturn;
+    if (key == "Tab") return kKeyTab;
+    if (key == "Space") return kKeySpace;
+    if (key == "Left") return kKeyLeft;
+    if (key == "Right") return kKeyRight;
     if (key.size() >= 2 && key[0] == 'F') {
         int n = 0;
         for (char c : key.substr(1)) {
@@ -44,6 +48,36 @@ MenuItem* findShortcut(const std::vector<MenuItem*>& items, std::string_view key
     for (MenuItem* item : items) {
         if (item->Shortcut == keys) return item;
         if (MenuItem* found = findShortcut(item->children, keys)) return found;
+    }
+    return nullptr;
+}
+
+bool isPlayKey(int keyCode) {
+    return keyCode == kKeyTab || keyCode == kKeyReturn || keyCode == kKeySpace ||
+           keyCode == kKeyLeft || keyCode == kKeyRight;
+}
+
+// The next control from `from` in `order` that `fits`, going round at the
+// ends when `wrap`; from nowhere, the first (or last).
+Control* step(const std::vector<Control*>& order, Control* from, bool back, bool wrap,
+              const std::function<bool(const Control&)>& fits) {
+    const auto n = static_cast<std::ptrdiff_t>(order.size());
+    const auto at = std::find(order.begin(), order.end(), from) - order.begin();
+    const bool nowhere = at == n;
+    for (std::ptrdiff_t k = 1; k <= n; ++k) {
+        std::ptrdiff_t i = nowhere ? (back ? n - k : k - 1) : (back ? at - k : at + k);
+        if (!nowhere && (i < 0 || i >= n)) {
+            if (!wrap) return nullptr;
+            i = (i + n) % n;
+        }
+        if (fits(*order[static_cast<std::size_t>(i)])) return order[static_cast<std::size_t>(i)];
+    }
+    return nullptr;
+}
+
+Control* firstUsable(const std::vector<Control*>& controls) {
+    for (Control* c : controls) {
+        if (Window::canFocus(*c)) return c;
     }
     return nullptr;
 }
@@ -132,6 +166,7 @@ void Toolkit::activate(Window* w) {
 
 void Toolkit::show(Window& w) {
     w.visible_ = true;
+    w.shownAnew_ = true;
     raise(w);
     frontEnd_->broughtToFront(w);
     activate(&w);
@@ -155,6 +190,7 @@ void Toolkit::showModal(Window& w) {
     };
     if (!gone()) {
         // The modal window must be on the screen before anything can end it.
+        settleFocus();
         frontEnd_->settled();
         loop_.runModal(gone);
     }
@@ -187,6 +223,7 @@ void Toolkit::dispatch(const std::function<void()>& handler) {
         unloaded_.clear();
         runIdleTasks();
     }
+    if (!ended_) settleFocus();
     frontEnd_->settled();
     loop_.afterEvent();
 }
@@ -253,12 +290,78 @@ bool Toolkit::windowMouseMove(Window& w, int button) {
     return true;
 }
 
-bool Toolkit::keyDown(Window& w, int keyCode) {
+bool Toolkit::keyDown(Window& w, int keyCode, bool backwards) {
     if (!reachable(w)) return false;
-    dispatch([&w, keyCode] {
+    dispatch([this, &w, keyCode, backwards] {
         if (w.Form_KeyDown) w.Form_KeyDown(keyCode);
+        // The window's own handler may have closed it.
+        if (reachable(w)) play(w, keyCode, backwards);
     });
     return true;
+}
+
+bool Toolkit::takesKey(const Window& w, int keyCode) {
+    return w.Form_KeyDown || (!w.focusOrder.empty() && isPlayKey(keyCode));
+}
+
+void Toolkit::play(Window& w, int keyCode, bool backwards) {
+    if (w.focusOrder.empty() || !isPlayKey(keyCode)) return;
+    keyboardUsed_ = true;
+    Control* focus = w.focus_;
+    if (keyCode == kKeyTab) {
+        // A text box out of the tab order is reached by the mouse only.
+        auto tabStop = [](const Control& c) {
+            const auto* box = dynamic_cast<const TextBox*>(&c);
+            return Window::canFocus(c) && (!box || box->TabStop);
+        };
+        if (Control* next = step(w.focusOrder, focus, backwards, true, tabStop)) w.focus_ = next;
+        return;
+    }
+    if (!focus || !Window::canFocus(*focus)) return;
+    if (keyCode == kKeyLeft || keyCode == kKeyRight) {
+        for (const auto& row : w.arrowRows) {
+            if (std::find(row.begin(), row.end(), focus) == row.end()) continue;
+            if (Control* next = step(row, focus, keyCode == kKeyLeft, false, Window::canFocus)) {
+                w.focus_ = next;
+            }
+            break;
+        }
+        return;
+    }
+    // Space and Return press a button; a text box keeps them as text.
+    if (dynamic_cast<TextBox*>(focus)) return;
+    shift(*focus);
+    if (focus->Click) focus->Click();
+}
+
+void Toolkit::settleFocus() {
+    for (const auto& entry : windows_) {
+        Window& w = *entry.second;
+        if (w.defaultsUsable_.size() != w.focusDefaults.size()) {
+            w.defaultsUsable_.assign(w.focusDefaults.size(), false);
+        }
+        // Buttons that have just appeared are what the game now waits for.
+        std::vector<Control*> appeared;
+        for (std::size_t i = 0; i < w.focusDefaults.size(); ++i) {
+            const bool usable = Window::canFocus(*w.focusDefaults[i]);
+            if (usable && !w.defaultsUsable_[i]) appeared.push_back(w.focusDefaults[i]);
+            w.defaultsUsable_[i] = usable;
+        }
+        if (!appeared.empty()) {
+            w.awaited_ = appeared;
+            w.focus_ = appeared.front();
+        } else if (w.focus_ && !Window::canFocus(*w.focus_)) {
+            // Taken or gone: on to another button that appeared with it,
+            // never to one the player has passed by before.
+            w.focus_ = firstUsable(w.awaited_);
+        }
+        // A window shown anew starts on its default, unless the program put
+        // the focus somewhere itself.
+        if (w.shownAnew_ && (!w.focus_ || !Window::canFocus(*w.focus_))) {
+            w.focus_ = firstUsable(w.focusDefaults);
+        }
+        w.shownAnew_ = false;
+    }
 }
 
 bool Toolkit::menu(MenuItem& item) {
@@ -274,18 +377,30 @@ bool Toolkit::shortcut(std::string_view keys) {
     Window* w = active_;
     if (!w || !reachable(*w)) return false;
     if (MenuItem* item = findShortcut(w->menuBar, keys)) return menu(*item);
-    if (keys.substr(0, 4) == "Alt+" && keys.size() == 5) {
-        const int code = keyCodeOf(keys.substr(4));
+    bool alt = false;
+    bool backwards = false;
+    for (bool more = true; more;) {
+        more = false;
+        for (std::string_view prefix : {"Ctrl+", "Alt+", "Shift+"}) {
+            if (keys.size() > prefix.size() && keys.substr(0, prefix.size()) == prefix) {
+                alt = alt || prefix == "Alt+";
+                backwards = backwards || prefix == "Shift+";
+                keys.remove_prefix(prefix.size());
+                more = true;
+            }
+        }
+    }
+    const int code = keyCodeOf(keys);
+    if (alt && keys.size() == 1) {
         for (const auto& c : w->controls()) {
             auto* button = dynamic_cast<CommandButton*>(c.get());
             if (button && button->accessKey() == code && button->takesInput())
                 return click(*button);
         }
-        return false;
     }
-    const int code = keyCodeOf(keys);
-    if (code == 0 || !w->Form_KeyDown) return false;
-    return keyDown(*w, code);
+    // No shortcut or access key: the window hears the key itself.
+    if (code == 0 || !takesKey(*w, code)) return false;
+    return keyDown(*w, code, backwards);
 }
 
 bool Toolkit::close(Window& w) {
@@ -333,7 +448,7 @@ bool Toolkit::selected(TextBox& box, int start, int length) {
 bool Toolkit::focused(TextBox& box) {
     // A locked box is only read, and shows no caret to type at.
     if (!inputReaches(box) || box.Locked) return false;
-    box.window().focus = &box;
+    box.window().setActiveControl(&box);
     return true;
 }
 

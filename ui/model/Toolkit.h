@@ -10,6 +10,7 @@
 
 #include "ui/model/EventLoop.h"
 #include "ui/model/FrontEnd.h"
+#include "ui/model/KeyCodes.h"
 #include "ui/model/TimerQueue.h"
 #include "ui/model/Window.h"
 
@@ -76,7 +77,13 @@ public:
     bool mouseUp(Control& c);
     bool mouseMove(Control& c, int button);
     bool windowMouseMove(Window& w, int button);
-    bool keyDown(Window& w, int keyCode);
+    // A key for w: its own KeyDown hears it first, then keyboard play
+    // (Tab, with Shift backwards; Left, Right; Space and Return press).
+    bool keyDown(Window& w, int keyCode, bool backwards = false);
+    // Whether anything of w gives the key a meaning.
+    static bool takesKey(const Window& w, int keyCode);
+    // Keyboard play has been used, so the focus is worth showing.
+    bool keyboardUsed() const { return keyboardUsed_; }
     bool menu(MenuItem& item);
     // "Ctrl+E", "F1", "Alt+A" on the active window, as the keyboard would.
     bool shortcut(std::string_view keys);
@@ -123,6 +130,8 @@ private:
     bool inputReaches(const Control& c) const;
     void shift(Control& c);
     void runIdleTasks();
+    void settleFocus();
+    void play(Window& w, int keyCode, bool backwards);
 
     EventLoop& loop_;
     FrontEnd noFrontEnd_;
@@ -141,6 +150,7 @@ private:
     Window* active_ = nullptr;
     int depth_ = 0;
     bool ended_ = false;
+    bool keyboardUsed_ = false;
 };
 
 }  // namespace zd::ui

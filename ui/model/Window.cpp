@@ -19,6 +19,11 @@ void Window::Move(int left, int top, int width, int height) {
     Height = height;
 }
 
+bool Window::canFocus(const Control& c) {
+    const auto* box = dynamic_cast<const TextBox*>(&c);
+    return c.takesInput() && !(box && box->Locked);
+}
+
 Control* Window::find(std::string_view name, std::optional<int> index) const {
     for (const auto& c : controls_) {
         if (c->name() == name && c->index() == index.value_or(-1)) return c.get();

@@ -65,7 +65,20 @@ public:
     Color BackColor{212, 208, 200};
     Picture icon;
     std::vector<MenuItem*> menuBar;
-    TextBox* focus = nullptr;
+
+    // Keyboard play, as the window's design lists it: the controls that take
+    // the focus, in reading order; those of them that take it as they appear,
+    // as the game then waits for them, the most wanted first; and rows along
+    // which Left and Right move.
+    std::vector<Control*> focusOrder;
+    std::vector<Control*> focusDefaults;
+    std::vector<std::vector<Control*>> arrowRows;
+
+    // The control that has the keyboard focus, or nullptr.
+    Control* activeControl() const { return focus_; }
+    void setActiveControl(Control* c) { focus_ = c; }
+    // Shown and enabled, and a text box only while it can be typed in.
+    static bool canFocus(const Control& c);
 
     std::function<void()> Form_Load;
     std::function<void()> Form_Activate;
@@ -101,6 +114,13 @@ private:
     std::string name_;
     bool visible_ = false;
     std::vector<std::unique_ptr<Control>> controls_;
+    Control* focus_ = nullptr;
+    // What the focus rule saw at the last settling: which defaults could
+    // take the focus, which of them appeared together last, and whether the
+    // window has been shown since.
+    std::vector<bool> defaultsUsable_;
+    std::vector<Control*> awaited_;
+    bool shownAnew_ = false;
 };
 
 }  // namespace zd::ui
