@@ -119,10 +119,10 @@ TEST_F(Round, TheFieldReadsAsItShowsAndTellsEachThrowNumberAndResult) {
     expected.insert(expected.end(), computers.begin(), computers.end());
     expected.push_back("Wurf: 6");
     expected.insert(expected.end(), computers.begin(), computers.end());
-    expected.insert(
-        expected.end(),
-        {"Wurf: 6", "Andrea würfelt eine 1", "Andrea: 111", "Thomas würfelt eine 2", "Thomas: 222",
-         "Victoria würfelt eine 3", "Victoria: 333", "Spieler hat mit 666 gewonnen!"});
+    expected.insert(expected.end(),
+                    {"Wurf: 6", "Spieler: 666", "Andrea würfelt eine 1", "Andrea: 111",
+                     "Thomas würfelt eine 2", "Thomas: 222", "Victoria würfelt eine 3",
+                     "Victoria: 333", "Spieler hat mit 666 gewonnen!"});
     EXPECT_EQ(listener.told, expected);
 }
 

@@ -96,6 +96,18 @@ public:
         return nullptr;
     }
 
+    // The texts of a message window label it, which keeps a screen reader
+    // from reading them once as labels and again as its description.
+    QList<QPair<QAccessibleInterface*, QAccessible::Relation>> relations(
+        QAccessible::Relation match) const override {
+        const ui::Element* e = element();
+        if (!(match & QAccessible::Labelled) || !e || e->role != ui::Role::Text ||
+            !access_.reading().message) {
+            return {};
+        }
+        return {{QAccessible::queryAccessibleInterface(&access_.widget()), QAccessible::Labelled}};
+    }
+
     QStringList actionNames() const override { return {pressAction()}; }
     void doAction(const QString& name) override {
         if (name == pressAction()) access_.press(key_);
@@ -314,8 +326,15 @@ void WindowAccess::sync() {
         }
     }
     if (!first) tellChanges(before);
-    const QString news = joined(ui::news(first ? nullptr : &before, reading_));
+    std::vector<std::string> items = ui::news(first ? nullptr : &before, reading_);
+    // A message window is an alert, which screen readers read with its text
+    // as it becomes active; told once more, it would be cut off by that.
+    if (first && reading_.message && !items.empty()) items.erase(items.begin());
+    // What happened is told before where the focus went, the order a
+    // screen reader speaks them in.
+    const QString news = joined(items);
     if (!news.isEmpty()) announce(news);
+    tellFocus();
 }
 
 void WindowAccess::tellChanges(const ui::Reading& before) {
@@ -331,9 +350,7 @@ void WindowAccess::tellChanges(const ui::Reading& before) {
             }
         }
     }
-    std::string focused;
     for (const ui::Element& now : reading_.elements) {
-        if (now.focused) focused = now.key;
         const ui::Element* was = before.find(now.key);
         auto it = elements_.find(now.key);
         // Nobody has asked for it yet, so nobody needs to hear it changed.
@@ -361,15 +378,21 @@ void WindowAccess::tellChanges(const ui::Reading& before) {
             QAccessible::updateAccessibility(&e);
         }
     }
+}
+
+void WindowAccess::tellFocus() {
+    std::string focused;
+    for (const ui::Element& e : reading_.elements) {
+        if (e.focused) focused = e.key;
+    }
     // A control of ours took the focus: the screen reader follows it. Text
     // boxes are line edits, which tell of their focus themselves.
-    if (focused != focusKey_) {
-        focusKey_ = focused;
-        const ui::Element* e = reading_.find(focused);
-        if (e && e->role != ui::Role::EditableText && widget_.isActiveWindow()) {
-            QAccessibleEvent ev(interfaceFor(*e), QAccessible::Focus);
-            QAccessible::updateAccessibility(&ev);
-        }
+    if (focused == focusKey_) return;
+    focusKey_ = focused;
+    const ui::Element* e = reading_.find(focused);
+    if (e && e->role != ui::Role::EditableText && widget_.isActiveWindow()) {
+        QAccessibleEvent ev(interfaceFor(*e), QAccessible::Focus);
+        QAccessible::updateAccessibility(&ev);
     }
 }
 

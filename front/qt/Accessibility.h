@@ -49,6 +49,7 @@ public:
 private:
     QAccessibleInterface* interfaceFor(const ui::Element& e);
     void tellChanges(const ui::Reading& before);
+    void tellFocus();
     void announce(const QString& text);
 
     WindowWidget& widget_;

@@ -163,7 +163,8 @@ TEST_F(AccessibleGame, AMessageWindowIsAnAlertWhoseTextIsItsDescription) {
     EXPECT_EQ(description,
               "Bist Du sicher, dass Du das Spiel beenden möchtest? »Spiel beenden« bestätigen");
     EXPECT_EQ(buttons, QStringList({"Ja", "Nein", "Schließen"}));
-    EXPECT_EQ(told, std::vector<QString>{description});
+    // Read by the screen reader as the alert becomes active, not told again.
+    EXPECT_TRUE(told.empty());
 }
 
 }  // namespace

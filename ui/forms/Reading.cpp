@@ -104,11 +104,12 @@ private:
     const Control* focus_;
 };
 
-std::string placeText(const char* place, int face, const char* between = ": ") {
+std::string placeText(const char* place, int face, const char* between = ": ",
+                      const char* none = "frei") {
     return std::string(place) + between +
            (face > 0            ? std::to_string(face)
             : face == kSpinning ? "rollt"
-                                : "frei");
+                                : none);
 }
 
 void readSpielfeld(const FrmSpielfeld& f, Reader& rd) {
@@ -149,8 +150,18 @@ void readSpielfeld(const FrmSpielfeld& f, Reader& rd) {
     }
     for (int i = 3; i >= 1; --i) rd.button(f.imgAuswahl[i], kPlaceNames[i]);
     const int thrown = faceOf(f.imgWurf[0].picture, bilder);
-    rd.add(f.imgWurf[0].path(), Role::Picture, placeText("Wurf", thrown), &f.imgWurf[0]).news =
-        thrown > 0;
+    rd.add(f.imgWurf[0].path(), Role::Picture, placeText("Wurf", thrown, ": ", "leer"),
+           &f.imgWurf[0])
+        .news = thrown > 0;
+    // The player's number, once the three places make one.
+    std::string number;
+    for (int i = 3; i >= 1; --i) {
+        const int face = faceOf(f.imgWurf[i].picture, bilder);
+        if (face > 0) number += std::to_string(face);
+    }
+    Element& own = rd.add("board(0)", Role::Text, "Spieler: " + number, &f.imgWurf[3]);
+    own.shown = own.shown && number.size() == 3;
+    own.news = true;
     rd.button(f.imgWuerfeln, "Würfeln");
     rd.button(f.imgNaechsterLevel, "Nächster Level");
     rd.text(f.lblInfo);
