@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # The real game on an X server of its own, with a D-Bus session and the
 # AT-SPI bus, played the way a screen reader sees it (screen_reader.py).
-# Usage: screen_reader.sh GAME [REPORT], REPORT a file for what it saw. Exit 77 (skipped) when something
-# it needs is not there.
+# Usage: screen_reader.sh GAME. Exit 77, skipped, when something it needs
+# is not there.
 set -euo pipefail
 game=$1
 here=$(cd "$(dirname "$0")" && pwd)
@@ -42,4 +42,4 @@ export DISPLAY=":$(cat "$work/display")"
 export HOME="$work/home" XDG_DATA_HOME="$work/home/data" XDG_CACHE_HOME="$work/home/cache"
 export XDG_RUNTIME_DIR="$work/run" QT_QPA_PLATFORM=xcb QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1
 mkdir -m 700 -p "$XDG_RUNTIME_DIR"
-dbus-run-session -- "$python" "$here/screen_reader.py" "$game" "${2:-}"
+dbus-run-session -- "$python" "$here/screen_reader.py" "$game"
