@@ -226,8 +226,9 @@ QAccessibleInterface* factory(const QString&, QObject* object) {
     return nullptr;
 }
 
-// The news of one event told as one announcement: a screen reader breaks
-// off what it says for the next announcement.
+// The news of one event told as one announcement, so that a screen reader
+// says it as one sentence, in the order it happened, and names the
+// notification once.
 QString joined(const std::vector<std::string>& news) {
     QString out;
     for (const std::string& item : news) {
