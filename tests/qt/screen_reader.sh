@@ -18,18 +18,12 @@ command -v dbus-run-session >/dev/null || skip "no dbus-run-session (package dbu
 [ -x /usr/libexec/at-spi-bus-launcher ] || skip "no AT-SPI bus (package at-spi2-core)"
 "$python" -c 'import pyatspi' 2>/dev/null || skip "no pyatspi (package python3-pyatspi)"
 
-work=$(mktemp -d)
-xvfb=""
-cleanup() {
-  [ -n "$xvfb" ] && kill "$xvfb" 2>/dev/null
-  rm -rf "$work"
-}
-trap cleanup EXIT
-
 # A display number the X server picks itself, so that runs side by side
 # never meet.
+work=$(mktemp -d)
 Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$work/display" 2>"$work/xvfb.log" &
 xvfb=$!
+trap 'kill $xvfb 2>/dev/null; rm -rf "$work"' EXIT
 for _ in $(seq 100); do
   [ -s "$work/display" ] && break
   kill -0 "$xvfb" 2>/dev/null || skip "Xvfb did not start: $(cat "$work/xvfb.log")"
@@ -37,9 +31,8 @@ for _ in $(seq 100); do
 done
 [ -s "$work/display" ] || skip "Xvfb gave no display"
 
-mkdir -p "$work/home"
 export DISPLAY=":$(cat "$work/display")"
 export HOME="$work/home" XDG_DATA_HOME="$work/home/data" XDG_CACHE_HOME="$work/home/cache"
 export XDG_RUNTIME_DIR="$work/run" QT_QPA_PLATFORM=xcb QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1
-mkdir -m 700 -p "$XDG_RUNTIME_DIR"
+mkdir -p "$HOME" && mkdir -m 700 "$XDG_RUNTIME_DIR"
 dbus-run-session -- "$python" "$here/screen_reader.py" "$game"
