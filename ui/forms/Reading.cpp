@@ -70,7 +70,7 @@ std::string trimmed(const std::string& caption) {
 
 class Reader {
 public:
-    explicit Reader(const Window& w) : w_(w), focus_(focusedControl(w)) {}
+    explicit Reader(const Window& w) : focus_(focusedControl(w)) {}
 
     Element& add(std::string key, Role role, std::string name, Control* control) {
         Element& e = r.elements.emplace_back();
@@ -100,7 +100,6 @@ public:
     Reading r;
 
 private:
-    const Window& w_;
     const Control* focus_;
 };
 
