@@ -386,15 +386,21 @@ void WindowAccess::tellFocus() {
     for (const ui::Element& e : reading_.elements) {
         if (e.focused) focused = e.key;
     }
-    // A control of ours took the focus: the screen reader follows it. Text
-    // boxes are line edits, which tell of their focus themselves.
-    if (focused == focusKey_) return;
-    focusKey_ = focused;
+    // A control of ours took the focus: the screen reader follows it, and
+    // hears it again when the window is active again, after a message, say.
+    // Text boxes are line edits, which tell of their focus themselves.
+    const bool active = widget_.isActiveWindow();
+    const bool regained = active && !wasActive_;
+    wasActive_ = active;
+    if (focused == focusKey_ && !regained) return;
     const ui::Element* e = reading_.find(focused);
-    if (e && e->role != ui::Role::EditableText && widget_.isActiveWindow()) {
+    if (e && e->role != ui::Role::EditableText) {
+        // In a window that is not active it is told once the window is.
+        if (!active) return;
         QAccessibleEvent ev(interfaceFor(*e), QAccessible::Focus);
         QAccessible::updateAccessibility(&ev);
     }
+    focusKey_ = focused;
 }
 
 void WindowAccess::announce(const QString& text) {

@@ -62,6 +62,7 @@ private:
     std::deque<QAccessible::Id> announcements_;
     QString lastText_;
     std::string focusKey_;
+    bool wasActive_ = false;
 };
 
 }  // namespace zd::qt
