@@ -11,6 +11,7 @@ class WindowWidget;
 class ClientArea : public QWidget {
 public:
     explicit ClientArea(WindowWidget& owner);
+    WindowWidget& owner() const { return owner_; }
 
 protected:
     bool event(QEvent* e) override;

@@ -7,6 +7,7 @@
 #include <QWindow>
 #include <algorithm>
 
+#include "front/qt/Accessibility.h"
 #include "front/qt/Guard.h"
 #include "front/qt/WindowWidget.h"
 
@@ -47,6 +48,7 @@ private:
 QtFrontEnd::QtFrontEnd(ui::Toolkit& toolkit, QString artDiskCache)
     : tk_(toolkit), art_(toolkit.App.Path, std::move(artDiskCache)) {
     tk_.setFrontEnd(this);
+    installAccessibility();
     focusWatch_ = std::make_unique<FocusWatch>(*this);
     QCoreApplication::instance()->installNativeEventFilter(focusWatch_.get());
 }

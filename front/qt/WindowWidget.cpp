@@ -11,6 +11,7 @@
 #include <QMoveEvent>
 #include <QPointer>
 
+#include "front/qt/Accessibility.h"
 #include "front/qt/ArtCache.h"
 #include "front/qt/ClientArea.h"
 #include "front/qt/Guard.h"
@@ -72,11 +73,13 @@ WindowWidget::WindowWidget(QtFrontEnd& frontEnd, ui::Window& window)
     if (!window.menuBar.empty()) menus_ = std::make_unique<MenuMirror>(*this);
     client_ = new ClientArea(*this);
     edits_ = std::make_unique<TextBoxMirror>(*this, client_);
+    access_ = std::make_unique<WindowAccess>(*this);
 }
 
 WindowWidget::~WindowWidget() = default;
 
 void WindowWidget::detach() {
+    access_->detach();
     window_ = nullptr;
     pressed_ = nullptr;
     manualDrag_ = false;
@@ -184,6 +187,7 @@ void WindowWidget::syncFromModel() {
         updateCursor(controlAt(*window_, client_->mapFromGlobal(QPointF(QCursor::pos())),
                                clientSize(), pixelGrid()));
     }
+    access_->sync();
 }
 
 void WindowWidget::updateCursor(ui::Control* over) {

@@ -17,6 +17,7 @@ class QMenuBar;
 namespace zd::qt {
 
 class ClientArea;
+class WindowAccess;
 class MenuMirror;
 class QtFrontEnd;
 class TextBoxMirror;
@@ -43,6 +44,8 @@ public:
     PixelGrid pixelGrid() const;
     QLineEdit* lineEditFor(const ui::TextBox& box) const;
     const ClientScene& scene() const { return scene_; }
+    // What a screen reader finds in the window.
+    WindowAccess& access() const { return *access_; }
 
     // The game asked to drag the window, and the window system cannot.
     void beginManualDrag();
@@ -77,6 +80,7 @@ private:
     ClientArea* client_ = nullptr;
     std::unique_ptr<MenuMirror> menus_;
     std::unique_ptr<TextBoxMirror> edits_;
+    std::unique_ptr<WindowAccess> access_;
     ClientScene scene_;
 
     std::optional<Qt::WindowFlags> appliedFlags_;
