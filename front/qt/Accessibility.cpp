@@ -65,7 +65,7 @@ public:
         switch (e ? e->role : ui::Role::Text) {
             case ui::Role::Button:
                 return QAccessible::Button;
-            case ui::Role::Picture:
+            case ui::Role::Graphic:
                 return QAccessible::Graphic;
             default:
                 return QAccessible::StaticText;

@@ -14,7 +14,6 @@ namespace {
 
 const char* const kPlaceNames[4] = {"", "Einer", "Zehner", "Hunderter"};
 
-
 template <class W>
 const W* bank(const Window& w, std::string_view name) {
     return dynamic_cast<const W*>(w.toolkit().loaded(name));
@@ -141,22 +140,22 @@ void readSpielfeld(const FrmSpielfeld& f, Reader& rd) {
     rd.button(f.imgEnde, "Beenden");
     for (int i = 3; i >= 1; --i) {
         const int face = faceOf(f.imgWurf[i].picture, bilder);
-        rd.add(f.imgWurf[i].path(), Role::Picture, placeText(kPlaceNames[i], face), &f.imgWurf[i]);
+        rd.add(f.imgWurf[i].path(), Role::Graphic, placeText(kPlaceNames[i], face), &f.imgWurf[i]);
     }
     for (int i = 3; i >= 1; --i) rd.button(f.imgAuswahl[i], kPlaceNames[i]);
     const int thrown = faceOf(f.imgWurf[0].picture, bilder);
-    rd.add(f.imgWurf[0].path(), Role::Picture, placeText("Wurf", thrown, ": ", "leer"),
+    rd.add(f.imgWurf[0].path(), Role::Graphic, placeText("Wurf", thrown, ": ", "leer"),
            &f.imgWurf[0])
         .news = thrown > 0;
     // The player's number, once the three places make one.
-    std::string number;
+    std::string own;
     for (int i = 3; i >= 1; --i) {
         const int face = faceOf(f.imgWurf[i].picture, bilder);
-        if (face > 0) number += std::to_string(face);
+        if (face > 0) own += std::to_string(face);
     }
-    Element& own = rd.add("board(0)", Role::Text, "Spieler: " + number, &f.imgWurf[3]);
-    own.shown = own.shown && number.size() == 3;
-    own.news = true;
+    Element& ownBoard = rd.add("board(0)", Role::Text, "Spieler: " + own, &f.imgWurf[3]);
+    ownBoard.shown = ownBoard.shown && own.size() == 3;
+    ownBoard.news = true;
     rd.button(f.imgWuerfeln, "Würfeln");
     rd.button(f.imgNaechsterLevel, "Nächster Level");
     rd.text(f.lblInfo);
@@ -180,9 +179,9 @@ void readSpielfeld(const FrmSpielfeld& f, Reader& rd) {
             number += face > 0 ? std::to_string(face) : "";
             places += (i < 2 ? ", " : "") + placeText(kPlaceNames[i + 1], face, " ");
         }
-        Element& thrown = rd.text(boards[b].thrown);
-        thrown.news = true;
-        thrown.change = places;
+        Element& said = rd.text(boards[b].thrown);
+        said.news = true;
+        said.change = places;
         const bool full = number.size() == 3;
         Element& e =
             rd.add("board(" + std::to_string(b + 1) + ")", Role::Text,

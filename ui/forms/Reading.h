@@ -12,7 +12,7 @@ namespace zd::ui {
 // words come from the model (which bank picture a control holds, captions
 // and tool tips), never from pixels, so that every front end reads the same.
 
-enum class Role { Button, Picture, Text, EditableText };
+enum class Role { Button, Graphic, Text, EditableText };
 
 struct Element {
     std::string key;  // stable while the window lives: "imgWurf(3)", "credit(1)"
