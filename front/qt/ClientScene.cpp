@@ -12,11 +12,6 @@ namespace zd::qt {
 
 namespace {
 
-template <class... F>
-struct Overloaded : F... {
-    using F::operator()...;
-};
-
 void drawPicture(QPainter& painter, ArtCache& art, const ui::Picture& picture, QPoint at,
                  qreal dpr) {
     if (!picture) return;
@@ -47,43 +42,45 @@ public:
 
     void operator()(std::monostate) const {}
 
-    void operator()(const TextLook& l) const {
-        if (!l.transparent) p_.fillRect(l.rect, color(l.back));
+    void operator()(const view::TextLook& l) const {
+        if (!l.transparent) p_.fillRect(qrect(l.rect), color(l.back));
         p_.setPen(color(l.fore));
         p_.setFont(fontOf(l.font));
-        p_.drawText(l.rect, Qt::AlignTop | Qt::TextWordWrap | horizontal(l.align),
+        p_.drawText(qrect(l.rect), Qt::AlignTop | Qt::TextWordWrap | horizontal(l.align),
                     captionText(l.caption));
     }
 
-    void operator()(const PictureLook& l) const {
+    void operator()(const view::PictureLook& l) const {
+        const QRect rect = qrect(l.rect);
         if (!l.picture) return;
         const ui::PictureData& picture = *l.picture;
         if (!l.stretch) {
-            drawPicture(p_, art_, l.picture, l.rect.topLeft(), dpr_);
-        } else if (l.rect.width() <= picture.widthPx && l.rect.height() <= picture.heightPx) {
+            drawPicture(p_, art_, l.picture, rect.topLeft(), dpr_);
+        } else if (rect.width() <= picture.widthPx && rect.height() <= picture.heightPx) {
             // Shrunk: rendered at the size it is shown, to stay sharp.
-            const QPixmap pixmap = art_.pixmap(picture, l.rect.size(), dpr_);
-            if (!pixmap.isNull()) p_.drawPixmap(l.rect.topLeft(), pixmap);
+            const QPixmap pixmap = art_.pixmap(picture, rect.size(), dpr_);
+            if (!pixmap.isNull()) p_.drawPixmap(rect.topLeft(), pixmap);
         } else {
             // Stretched across a screen: the soft backdrop loses nothing by
             // being scaled up, and a screen-sized rendering would cost the
             // start several megabytes and milliseconds.
             const QPixmap pixmap = art_.pixmap(picture, dpr_);
             p_.setRenderHint(QPainter::SmoothPixmapTransform);
-            if (!pixmap.isNull()) p_.drawPixmap(l.rect, pixmap);
+            if (!pixmap.isNull()) p_.drawPixmap(rect, pixmap);
         }
     }
 
-    void operator()(const BoxLook& l) const {
-        p_.fillRect(l.rect, color(l.back));
+    void operator()(const view::BoxLook& l) const {
+        const QRect inner = qrect(l.inner);
+        p_.fillRect(qrect(l.rect), color(l.back));
         p_.save();
-        p_.setClipRect(l.inner, Qt::IntersectClip);
-        drawPicture(p_, art_, l.picture, l.inner.topLeft(), dpr_);
+        p_.setClipRect(inner, Qt::IntersectClip);
+        drawPicture(p_, art_, l.picture, inner.topLeft(), dpr_);
         p_.restore();
-        if (l.border) sunkenBorder(p_, l.rect);
+        if (l.border) sunkenBorder(p_, qrect(l.rect));
     }
 
-    void operator()(const FrameLook& l) const {
+    void operator()(const view::FrameLook& l) const {
         QPen pen(color(l.color));
         pen.setWidth(l.width);
         pen.setJoinStyle(Qt::MiterJoin);
@@ -91,14 +88,14 @@ public:
         p_.setBrush(Qt::NoBrush);
         // The border lies inside the shape's rectangle.
         const qreal half = l.width / 2.0;
-        p_.drawRect(QRectF(l.rect).adjusted(half, half, -half, -half));
+        p_.drawRect(QRectF(qrect(l.rect)).adjusted(half, half, -half, -half));
     }
 
-    void operator()(const LineLook& l) const {
+    void operator()(const view::LineLook& l) const {
         QPen pen(color(l.color));
         pen.setWidth(l.width);
         p_.setPen(pen);
-        p_.drawLine(l.from, l.to);
+        p_.drawLine(QPoint(l.from.x, l.from.y), QPoint(l.to.x, l.to.y));
     }
 
 private:
@@ -109,92 +106,23 @@ private:
 
 }  // namespace
 
-Look lookOf(const ui::Control& c, QSize clientSize) {
-    if (!c.shown()) return {};
-    const auto [rect, clip] = placementOf(c, clientSize);
-    if (const auto* label = dynamic_cast<const ui::Label*>(&c)) {
-        return TextLook{.rect = rect,
-                        .clip = clip,
-                        .caption = label->Caption,
-                        .fore = label->ForeColor,
-                        .back = label->BackColor,
-                        .transparent = label->transparent,
-                        .font = label->font,
-                        .align = label->Alignment};
-    }
-    if (const auto* image = dynamic_cast<const ui::Image*>(&c)) {
-        return PictureLook{
-            .rect = rect, .clip = clip, .picture = image->picture, .stretch = image->Stretch};
-    }
-    if (const auto* box = dynamic_cast<const ui::PictureBox*>(&c)) {
-        return BoxLook{.rect = rect,
-                       .clip = clip,
-                       .inner = innerOf(*box, rect),
-                       .picture = box->picture,
-                       .back = box->BackColor,
-                       .border = box->border};
-    }
-    if (const auto* shape = dynamic_cast<const ui::Shape*>(&c)) {
-        return FrameLook{.rect = rect,
-                         .clip = clip,
-                         .color = shape->BorderColor,
-                         .width = std::max(1, shape->BorderWidth)};
-    }
-    if (const auto* line = dynamic_cast<const ui::Line*>(&c)) {
-        // The ends are in the container's coordinates, as the control's place.
-        const QPoint origin = rect.topLeft() - QPoint(toPixels(c.Left), toPixels(c.Top));
-        return LineLook{.clip = clip,
-                        .from = origin + QPoint(toPixels(line->X1), toPixels(line->Y1)),
-                        .to = origin + QPoint(toPixels(line->X2), toPixels(line->Y2)),
-                        .color = line->BorderColor,
-                        .width = std::max(1, line->BorderWidth)};
-    }
-    return {};
-}
-
-QRect boundsOf(const Look& look) {
-    return std::visit(Overloaded{
-                          [](std::monostate) { return QRect(); },
-                          [](const LineLook& l) {
-                              const int w = l.width;
-                              return QRect(l.from, l.to).normalized().adjusted(-w, -w, w, w) &
-                                     l.clip;
-                          },
-                          [](const auto& l) { return l.rect & l.clip; },
-                      },
-                      look);
-}
-
 QRegion ClientScene::refresh(const ui::Window& window) {
-    const Backdrop backdrop{clientSizeOf(window), window.BackColor, window.picture};
-    const auto& controls = window.controls();
     QRegion changed;
-    if (!(backdrop == backdrop_) || looks_.size() != controls.size()) {
-        backdrop_ = backdrop;
-        looks_.assign(controls.size(), Look{});
-        changed = QRect(QPoint(0, 0), backdrop.size);
-    }
-    for (std::size_t i = 0; i < controls.size(); ++i) {
-        Look now = lookOf(*controls[i], backdrop.size);
-        if (now == looks_[i]) continue;
-        // Where it was and where it is now.
-        changed += boundsOf(looks_[i]);
-        changed += boundsOf(now);
-        looks_[i] = std::move(now);
-    }
+    for (const view::Rect& r : scene_.refresh(window)) changed += qrect(r);
     return changed;
 }
 
 void ClientScene::paint(QPainter& painter, const QRect& area, ArtCache& art, qreal dpr) const {
-    const QRect client = QRect(QPoint(0, 0), backdrop_.size) & area;
+    const view::Scene::Backdrop& backdrop = scene_.backdrop();
+    const QRect client = QRect(0, 0, backdrop.size.width, backdrop.size.height) & area;
     if (client.isEmpty()) return;
     painter.save();
     painter.setClipRect(client);
-    painter.fillRect(client, color(backdrop_.back));
-    drawPicture(painter, art, backdrop_.picture, QPoint(0, 0), dpr);
+    painter.fillRect(client, color(backdrop.back));
+    drawPicture(painter, art, backdrop.picture, QPoint(0, 0), dpr);
     const Drawer draw(painter, art, dpr);
-    for (const Look& look : looks_) {
-        const QRect bounds = boundsOf(look) & client;
+    for (const view::Look& look : scene_.looks()) {
+        const QRect bounds = qrect(view::boundsOf(look)) & client;
         if (bounds.isEmpty()) continue;
         painter.save();
         painter.setClipRect(bounds, Qt::IntersectClip);
