@@ -6,6 +6,8 @@
 //   wine win32_start_probe.exe
 #include <windows.h>
 
+#include <initializer_list>
+
 namespace {
 
 LRESULT CALLBACK proc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
