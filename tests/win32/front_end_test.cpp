@@ -170,6 +170,11 @@ private:
 
 TEST_F(FrontEnd, FieldHasItsClientSizeMenusAndHandCursor) {
     play([&] {
+        // At the display's scale (the test's prefix sets it), the client area
+        // of the design's size.
+        HDC screen = GetDC(nullptr);
+        EXPECT_EQ(static_cast<int>(GetDpiForWindow(field())), GetDeviceCaps(screen, LOGPIXELSX));
+        ReleaseDC(nullptr, screen);
         RECT client;
         GetClientRect(field(), &client);
         EXPECT_EQ(client.right, std::lround(784 * scale()));
