@@ -8,9 +8,10 @@ cd "$(dirname "$0")"
 packages=(cmake g++ make qt6-base-dev qt6-svg-dev qt6-multimedia-dev libgtest-dev
           fonts-liberation qt6-translations-l10n libgl-dev clang libclang-rt-14-dev
           appstream desktop-file-utils clang-format)
-# The Windows build of everything but Qt, and wine to test it.
+# The Windows build of everything but Qt, and wine to test it (on an Xvfb
+# display, for the Windows program's windows).
 if [ "${1:-}" = test ]; then
-  packages+=(g++-mingw-w64-x86-64-posix googletest wine64)
+  packages+=(g++-mingw-w64-x86-64-posix googletest wine64 xvfb)
 fi
 missing=()
 for p in "${packages[@]}"; do
