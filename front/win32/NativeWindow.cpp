@@ -55,8 +55,7 @@ NativeWindow::NativeWindow(Win32FrontEnd& frontEnd, ui::Window& window)
         // A fixed border: a title and perhaps a close box, nothing to
         // minimise, maximise or resize.
         style_ = WS_OVERLAPPED | WS_CAPTION | (window.closeBox ? WS_SYSMENU : 0);
-        // A titled window outside the task bar is owned by the main one.
-        if (!window.inTaskbar) owner = frontEnd.mainWindow();
+        if (!window.inTaskbar) owner = frontEnd.hiddenOwner();
     } else {
         style_ = WS_POPUP;
         if (!window.inTaskbar) exStyle_ = WS_EX_TOOLWINDOW;

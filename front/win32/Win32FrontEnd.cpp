@@ -95,6 +95,8 @@ Win32FrontEnd::Win32FrontEnd(ui::Toolkit& toolkit, Win32Loop& loop) : tk_(toolki
     RegisterClassExW(&wc);
     messages_ = CreateWindowExW(0, wc.lpszClassName, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
                                 wc.hInstance, nullptr);
+    hiddenOwner_ = CreateWindowExW(0, wc.lpszClassName, L"", WS_POPUP, 0, 0, 0, 0, nullptr,
+                                   nullptr, wc.hInstance, nullptr);
 }
 
 Win32FrontEnd::~Win32FrontEnd() {
@@ -103,6 +105,7 @@ Win32FrontEnd::~Win32FrontEnd() {
     windows_.clear();
     gone_.clear();
     for (auto& [dpi, cursor] : handCursors_) DestroyCursor(cursor);
+    DestroyWindow(hiddenOwner_);
     DestroyWindow(messages_);
 }
 
@@ -114,13 +117,6 @@ NativeWindow* Win32FrontEnd::nativeFor(const ui::Window& w) const {
 HWND Win32FrontEnd::hwndFor(const ui::Window& w) const {
     const NativeWindow* native = nativeFor(w);
     return native ? native->hwnd() : nullptr;
-}
-
-HWND Win32FrontEnd::mainWindow() const {
-    for (const auto& [window, native] : windows_) {
-        if (window->titleBar && window->inTaskbar) return native->hwnd();
-    }
-    return nullptr;
 }
 
 void Win32FrontEnd::sync() {

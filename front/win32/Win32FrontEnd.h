@@ -35,8 +35,10 @@ public:
     void sync();
     NativeWindow* nativeFor(const ui::Window& w) const;
     HWND hwndFor(const ui::Window& w) const;
-    // The window in the task bar that others outside it belong to.
-    HWND mainWindow() const;
+    // A hidden window that titled windows outside the task bar belong to:
+    // owned, they stay out of it, and with an owner never shown their place
+    // among the others stays the model's.
+    HWND hiddenOwner() const { return hiddenOwner_; }
     // Physical pixels per logical pixel of the primary screen, in which the
     // model's window places count.
     double systemScale() const { return systemScale_; }
@@ -79,6 +81,7 @@ private:
     bool again_ = false;
     bool activationCheckQueued_ = false;
     HWND messages_ = nullptr;
+    HWND hiddenOwner_ = nullptr;
     std::map<UINT, HCURSOR> handCursors_;
 };
 
