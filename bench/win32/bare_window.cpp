@@ -4,9 +4,9 @@
 //   wine win32_bare_window.exe
 // beside
 //   wine win32_start_probe.exe
-#include <windows.h>
-
 #include <initializer_list>
+
+#include <windows.h>
 
 namespace {
 

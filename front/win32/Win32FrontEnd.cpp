@@ -95,8 +95,8 @@ Win32FrontEnd::Win32FrontEnd(ui::Toolkit& toolkit, Win32Loop& loop) : tk_(toolki
     RegisterClassExW(&wc);
     messages_ = CreateWindowExW(0, wc.lpszClassName, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr,
                                 wc.hInstance, nullptr);
-    hiddenOwner_ = CreateWindowExW(0, wc.lpszClassName, L"", WS_POPUP, 0, 0, 0, 0, nullptr,
-                                   nullptr, wc.hInstance, nullptr);
+    hiddenOwner_ = CreateWindowExW(0, wc.lpszClassName, L"", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr,
+                                   wc.hInstance, nullptr);
 }
 
 Win32FrontEnd::~Win32FrontEnd() {
