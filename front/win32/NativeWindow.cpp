@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include <commctrl.h>
+
 #include "front/win32/Children.h"
 #include "front/win32/Guard.h"
 #include "front/win32/Menus.h"
@@ -80,6 +82,20 @@ NativeWindow::NativeWindow(Win32FrontEnd& frontEnd, ui::Window& window)
         SendMessageW(hwnd_, WM_SETICON, ICON_SMALL, load(SM_CXSMICON));
     }
     children_ = std::make_unique<Children>(*this, window);
+
+    // One tooltip for the window; its area is the control under the mouse.
+    INITCOMMONCONTROLSEX controls{sizeof(controls), ICC_WIN95_CLASSES};
+    InitCommonControlsEx(&controls);
+    tip_ = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
+                           WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX, CW_USEDEFAULT, CW_USEDEFAULT,
+                           CW_USEDEFAULT, CW_USEDEFAULT, hwnd_, nullptr, nullptr, nullptr);
+    TOOLINFOW tool{};
+    tool.cbSize = sizeof(tool);
+    tool.uFlags = TTF_SUBCLASS;
+    tool.hwnd = hwnd_;
+    tool.uId = 1;
+    tool.lpszText = LPSTR_TEXTCALLBACKW;
+    SendMessageW(tip_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
 NativeWindow::~NativeWindow() {
@@ -91,6 +107,7 @@ NativeWindow::~NativeWindow() {
 void NativeWindow::detach() {
     window_ = nullptr;
     pressed_ = nullptr;
+    tipControl_ = nullptr;
     ShowWindow(hwnd_, SW_HIDE);
 }
 
@@ -256,6 +273,15 @@ LRESULT NativeWindow::handle(UINT msg, WPARAM wp, LPARAM lp) {
             }
             if (lp != 0 && children_->command(reinterpret_cast<HWND>(lp), HIWORD(wp))) return 0;
             break;
+        case WM_NOTIFY: {
+            auto* header = reinterpret_cast<NMHDR*>(lp);
+            if (header->hwndFrom == tip_ && header->code == TTN_GETDISPINFOW) {
+                tipText_ = tipControl_ ? wide(tipControl_->ToolTipText) : std::wstring();
+                reinterpret_cast<NMTTDISPINFOW*>(lp)->lpszText = tipText_.data();
+                return 0;
+            }
+            break;
+        }
         case WM_INITMENUPOPUP:
             if (menus_ && !HIWORD(lp)) menus_->opened(reinterpret_cast<HMENU>(wp));
             return 0;
@@ -291,6 +317,23 @@ bool NativeWindow::setCursor() {
     SetCursor(over && over->handCursor ? frontEnd_.handCursor(GetDpiForWindow(hwnd_))
                                        : LoadCursorA(nullptr, IDC_ARROW));
     return true;
+}
+
+void NativeWindow::tipFor(const ui::Control* over) {
+    if (over && over->ToolTipText.empty()) over = nullptr;
+    if (over == tipControl_) return;
+    tipControl_ = over;
+    SendMessageW(tip_, TTM_POP, 0, 0);
+    TOOLINFOW tool{};
+    tool.cbSize = sizeof(tool);
+    tool.hwnd = hwnd_;
+    tool.uId = 1;
+    if (over) {
+        const view::Placement place = view::placementOf(*over, view::clientSizeOf(*window_));
+        const view::Rect r = view::scaled(view::intersect(place.rect, place.clip), scale());
+        tool.rect = RECT{r.left, r.top, r.right(), r.bottom()};
+    }
+    SendMessageW(tip_, TTM_NEWTOOLRECTW, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
 void NativeWindow::onPress(int button, LPARAM lp, WPARAM keys) {

@@ -53,6 +53,8 @@ private:
     void onRelease(int button, LPARAM lp, WPARAM keys);
     void onMouseMove(LPARAM lp, WPARAM keys);
     bool setCursor();
+    // The tooltip follows the control under the mouse.
+    void tipFor(const ui::Control* over);
     void movedBySystem();
 
     Win32FrontEnd& frontEnd_;
@@ -65,6 +67,9 @@ private:
     view::Scene scene_;
     Painter painter_;
     int depth_ = 0;
+    HWND tip_ = nullptr;
+    const ui::Control* tipControl_ = nullptr;
+    std::wstring tipText_;
 
     std::optional<std::string> appliedCaption_;
     std::optional<RECT> appliedRect_;
