@@ -2,7 +2,7 @@
 # included outside front/qt, and no Windows header outside the Windows
 # platform in system/windows and the front ends.
 file(GLOB_RECURSE sources
-  ${ROOT}/game/* ${ROOT}/best/* ${ROOT}/system/* ${ROOT}/ui/model/* ${ROOT}/ui/forms/*
+  ${ROOT}/game/* ${ROOT}/best/* ${ROOT}/system/* ${ROOT}/ui/model/* ${ROOT}/ui/forms/* ${ROOT}/ui/view/*
   ${ROOT}/front/drive/*)
 set(offenders "")
 foreach(source IN LISTS sources)

@@ -13,13 +13,6 @@ namespace zd::qt {
 
 namespace {
 
-template <class... F>
-struct Overloaded : F... {
-    using F::operator()...;
-};
-template <class... F>
-Overloaded(F...) -> Overloaded<F...>;
-
 // A picture at its own size from `at`, rendered to the very device pixels
 // that place covers.
 void drawPicture(QPainter& painter, ArtCache& art, const PixelGrid& grid,
@@ -57,8 +50,8 @@ public:
 
     void operator()(std::monostate) const {}
 
-    void operator()(const TextLook& l) const {
-        const QRectF rect = grid_.snapped(l.rect);
+    void operator()(const view::TextLook& l) const {
+        const QRectF rect = grid_.snapped(qrect(l.rect));
         if (!l.transparent) p_.fillRect(rect, color(l.back));
         p_.setPen(color(l.fore));
         p_.setFont(fontOf(l.font));
@@ -66,35 +59,38 @@ public:
                     captionText(l.caption));
     }
 
-    void operator()(const PictureLook& l) const {
+    void operator()(const view::PictureLook& l) const {
         if (!l.picture) return;
         const ui::PictureData& picture = *l.picture;
         if (!l.stretch) {
-            drawPicture(p_, art_, grid_, l.picture, l.rect.topLeft());
-        } else if (l.rect.width() <= picture.widthPx && l.rect.height() <= picture.heightPx) {
+            drawPicture(p_, art_, grid_, l.picture, qrect(l.rect).topLeft());
+        } else if (qrect(l.rect).width() <= picture.widthPx &&
+                   qrect(l.rect).height() <= picture.heightPx) {
             // Shrunk: rendered at the size it is shown, to stay sharp.
-            const QPixmap pixmap = art_.covering(picture, grid_.cover(l.rect).size(), grid_.dpr());
-            if (!pixmap.isNull()) p_.drawPixmap(grid_.snapped(l.rect).topLeft(), pixmap);
+            const QPixmap pixmap =
+                art_.covering(picture, grid_.cover(qrect(l.rect)).size(), grid_.dpr());
+            if (!pixmap.isNull()) p_.drawPixmap(grid_.snapped(qrect(l.rect)).topLeft(), pixmap);
         } else {
             // Stretched across a screen: the soft backdrop loses nothing by
             // being scaled up, and a screen-sized rendering would cost the
             // start several megabytes and milliseconds.
             const QPixmap pixmap = art_.pixmap(picture, grid_.dpr());
             p_.setRenderHint(QPainter::SmoothPixmapTransform);
-            if (!pixmap.isNull()) p_.drawPixmap(grid_.snapped(l.rect), pixmap, pixmap.rect());
+            if (!pixmap.isNull())
+                p_.drawPixmap(grid_.snapped(qrect(l.rect)), pixmap, pixmap.rect());
         }
     }
 
-    void operator()(const BoxLook& l) const {
-        p_.fillRect(grid_.snapped(l.rect), color(l.back));
+    void operator()(const view::BoxLook& l) const {
+        p_.fillRect(grid_.snapped(qrect(l.rect)), color(l.back));
         p_.save();
-        p_.setClipRect(grid_.snapped(l.inner), Qt::IntersectClip);
-        drawPicture(p_, art_, grid_, l.picture, l.inner.topLeft());
+        p_.setClipRect(grid_.snapped(qrect(l.inner)), Qt::IntersectClip);
+        drawPicture(p_, art_, grid_, l.picture, qrect(l.inner).topLeft());
         p_.restore();
-        if (l.border) sunkenBorder(p_, grid_, l.rect);
+        if (l.border) sunkenBorder(p_, grid_, qrect(l.rect));
     }
 
-    void operator()(const FrameLook& l) const {
+    void operator()(const view::FrameLook& l) const {
         QPen pen(color(l.color));
         pen.setWidth(l.width);
         pen.setJoinStyle(Qt::MiterJoin);
@@ -102,14 +98,14 @@ public:
         p_.setBrush(Qt::NoBrush);
         // The border lies inside the shape's rectangle.
         const qreal half = l.width / 2.0;
-        p_.drawRect(grid_.snapped(l.rect).adjusted(half, half, -half, -half));
+        p_.drawRect(grid_.snapped(qrect(l.rect)).adjusted(half, half, -half, -half));
     }
 
-    void operator()(const LineLook& l) const {
+    void operator()(const view::LineLook& l) const {
         QPen pen(color(l.color));
         pen.setWidth(l.width);
         p_.setPen(pen);
-        p_.drawLine(l.from, l.to);
+        p_.drawLine(QPoint(l.from.x, l.from.y), QPoint(l.to.x, l.to.y));
     }
 
 private:
@@ -135,85 +131,16 @@ void drawFocusMark(QPainter& painter, const QRect& bounds) {
 
 }  // namespace
 
-Look lookOf(const ui::Control& c, QSize clientSize) {
-    if (!c.shown()) return {};
-    const auto [rect, clip] = placementOf(c, clientSize);
-    if (const auto* label = dynamic_cast<const ui::Label*>(&c)) {
-        return TextLook{.rect = rect,
-                        .clip = clip,
-                        .caption = label->Caption,
-                        .fore = label->ForeColor,
-                        .back = label->BackColor,
-                        .transparent = label->transparent,
-                        .font = label->font,
-                        .align = label->Alignment};
-    }
-    if (const auto* image = dynamic_cast<const ui::Image*>(&c)) {
-        return PictureLook{
-            .rect = rect, .clip = clip, .picture = image->picture, .stretch = image->Stretch};
-    }
-    if (const auto* box = dynamic_cast<const ui::PictureBox*>(&c)) {
-        return BoxLook{.rect = rect,
-                       .clip = clip,
-                       .inner = innerOf(*box, rect),
-                       .picture = box->picture,
-                       .back = box->BackColor,
-                       .border = box->border};
-    }
-    if (const auto* shape = dynamic_cast<const ui::Shape*>(&c)) {
-        return FrameLook{.rect = rect,
-                         .clip = clip,
-                         .color = shape->BorderColor,
-                         .width = std::max(1, shape->BorderWidth)};
-    }
-    if (const auto* line = dynamic_cast<const ui::Line*>(&c)) {
-        // The ends are in the container's coordinates, as the control's place.
-        const QPoint origin = rect.topLeft() - QPoint(toPixels(c.Left), toPixels(c.Top));
-        return LineLook{.clip = clip,
-                        .from = origin + QPoint(toPixels(line->X1), toPixels(line->Y1)),
-                        .to = origin + QPoint(toPixels(line->X2), toPixels(line->Y2)),
-                        .color = line->BorderColor,
-                        .width = std::max(1, line->BorderWidth)};
-    }
-    return {};
-}
-
-QRect boundsOf(const Look& look) {
-    return std::visit(Overloaded{
-                          [](std::monostate) { return QRect(); },
-                          [](const LineLook& l) {
-                              const int w = l.width;
-                              return QRect(l.from, l.to).normalized().adjusted(-w, -w, w, w) &
-                                     l.clip;
-                          },
-                          [](const auto& l) { return l.rect & l.clip; },
-                      },
-                      look);
-}
-
 QRegion ClientScene::refresh(const ui::Window& window, const ui::Control* marked) {
-    const Backdrop backdrop{clientSizeOf(window), window.BackColor, window.picture};
-    const auto& controls = window.controls();
     QRegion changed;
-    if (!(backdrop == backdrop_) || looks_.size() != controls.size()) {
-        backdrop_ = backdrop;
-        looks_.assign(controls.size(), Look{});
-        changed = QRect(QPoint(0, 0), backdrop.size);
-    }
-    for (std::size_t i = 0; i < controls.size(); ++i) {
-        Look now = lookOf(*controls[i], backdrop.size);
-        if (now == looks_[i]) continue;
-        // Where it was and where it is now.
-        changed += boundsOf(looks_[i]);
-        changed += boundsOf(now);
-        looks_[i] = std::move(now);
-    }
+    for (const view::Rect& r : scene_.refresh(window)) changed += qrect(r);
+    const QSize size(scene_.backdrop().size.width, scene_.backdrop().size.height);
     QRect mark;
     if (marked && marked->shown()) {
-        const Placement place = placementOf(*marked, backdrop.size);
+        const Placement place = placementOf(*marked, size);
         if (!(place.rect & place.clip).isEmpty()) {
             mark = place.rect.adjusted(-kMarkGap, -kMarkGap, kMarkGap, kMarkGap) &
-                   QRect(QPoint(0, 0), backdrop.size);
+                   QRect(QPoint(0, 0), size);
         }
     }
     if (mark != mark_) {
@@ -225,7 +152,8 @@ QRegion ClientScene::refresh(const ui::Window& window, const ui::Control* marked
 }
 
 void ClientScene::paint(QPainter& painter, const QRect& area, ArtCache& art) const {
-    const QRect client = QRect(QPoint(0, 0), backdrop_.size) & area;
+    const view::Scene::Backdrop& backdrop = scene_.backdrop();
+    const QRect client = QRect(0, 0, backdrop.size.width, backdrop.size.height) & area;
     if (client.isEmpty()) return;
     // Where the painter's device pixels lie: the window's own on screen,
     // or those of an image the window is rendered into.
@@ -233,11 +161,11 @@ void ClientScene::paint(QPainter& painter, const QRect& area, ArtCache& art) con
     const PixelGrid grid(device.map(QPointF(0, 0)), device.m11());
     painter.save();
     painter.setClipRect(grid.snapped(client));
-    painter.fillRect(grid.snapped(client), color(backdrop_.back));
-    drawPicture(painter, art, grid, backdrop_.picture, QPoint(0, 0));
+    painter.fillRect(grid.snapped(client), color(backdrop.back));
+    drawPicture(painter, art, grid, backdrop.picture, QPoint(0, 0));
     const Drawer draw(painter, art, grid);
-    for (const Look& look : looks_) {
-        const QRect bounds = boundsOf(look) & client;
+    for (const view::Look& look : scene_.looks()) {
+        const QRect bounds = qrect(view::boundsOf(look)) & client;
         if (bounds.isEmpty()) continue;
         painter.save();
         painter.setClipRect(grid.snapped(bounds), Qt::IntersectClip);

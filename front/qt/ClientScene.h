@@ -1,14 +1,10 @@
 #pragma once
 
-#include <QPoint>
 #include <QRect>
 #include <QRegion>
-#include <QSize>
-#include <string>
-#include <variant>
-#include <vector>
 
 #include "ui/model/Window.h"
+#include "ui/view/Scene.h"
 
 class QPainter;
 
@@ -16,54 +12,8 @@ namespace zd::qt {
 
 class ArtCache;
 
-// What one control shows, in the client area's logical pixels: everything
-// its painting reads and nothing more. Two equal looks paint the same
-// pixels, so any change of the model that shows is a change of look.
-struct TextLook {
-    QRect rect, clip;
-    std::string caption;
-    ui::Color fore, back;
-    bool transparent = true;
-    ui::Font font;
-    ui::Align align = ui::Align::Left;
-    bool operator==(const TextLook&) const = default;
-};
-struct PictureLook {
-    QRect rect, clip;
-    ui::Picture picture;
-    bool stretch = false;
-    bool operator==(const PictureLook&) const = default;
-};
-struct BoxLook {
-    QRect rect, clip, inner;
-    ui::Picture picture;
-    ui::Color back;
-    bool border = false;
-    bool operator==(const BoxLook&) const = default;
-};
-struct FrameLook {
-    QRect rect, clip;
-    ui::Color color;
-    int width = 1;
-    bool operator==(const FrameLook&) const = default;
-};
-struct LineLook {
-    QRect clip;
-    QPoint from, to;
-    ui::Color color;
-    int width = 1;
-    bool operator==(const LineLook&) const = default;
-};
-// Nothing drawn: hidden, or a control without a face (timer, menu, list).
-using Look = std::variant<std::monostate, TextLook, PictureLook, BoxLook, FrameLook, LineLook>;
-
-Look lookOf(const ui::Control& control, QSize clientSize);
-// Where a look's pixels may lie.
-QRect boundsOf(const Look& look);
-
-// A window's client area as it was last taken from the model: its
-// background and the look of every control, in drawing order. The widget
-// paints only from here, and repaints where a refresh found a change.
+// A window's client area as it was last taken from the model (the shared
+// scene of ui/view), painted with Qt.
 class ClientScene {
 public:
     // Takes what the window shows now, with the focus mark round `marked`
@@ -74,14 +24,7 @@ public:
     void paint(QPainter& painter, const QRect& area, ArtCache& art) const;
 
 private:
-    struct Backdrop {
-        QSize size;
-        ui::Color back;
-        ui::Picture picture;
-        bool operator==(const Backdrop&) const = default;
-    };
-    Backdrop backdrop_;
-    std::vector<Look> looks_;
+    view::Scene scene_;
     QRect mark_;
 };
 

@@ -2,57 +2,35 @@
 
 #include <cmath>
 
-#include "front/qt/QtValues.h"
+#include "ui/view/Placement.h"
 
 namespace zd::qt {
 
 namespace {
 
-// The width of a bordered picture box's sunken edge.
-constexpr int kBoxBorder = 2;
-
-// Controls the mouse passes through to what lies beneath: shapes and lines
-// are only drawn, timers and menus not even that. A frame drawn round a die
-// must not swallow the clicks meant for the die.
-bool takesMouse(const ui::Control& c) {
-    return !dynamic_cast<const ui::Timer*>(&c) && !dynamic_cast<const ui::MenuItem*>(&c) &&
-           !dynamic_cast<const ui::Line*>(&c) && !dynamic_cast<const ui::Shape*>(&c);
-}
-
-// The origin of a control's coordinates and the clip of its containers.
-void containerFrame(const ui::Control* container, QSize clientSize, QPoint& origin, QRect& clip) {
-    if (!container) {
-        origin = QPoint(0, 0);
-        clip = QRect(QPoint(0, 0), clientSize);
-        return;
-    }
-    containerFrame(container->container, clientSize, origin, clip);
-    const QRect outer(origin + QPoint(toPixels(container->Left), toPixels(container->Top)),
-                      QSize(toPixels(container->Width), toPixels(container->Height)));
-    const QRect inner = innerOf(*container, outer);
-    clip &= inner;
-    origin = inner.topLeft();
+view::Size sizeOf(QSize s) {
+    return view::Size{s.width(), s.height()};
 }
 
 }  // namespace
 
+QRect qrect(const view::Rect& r) {
+    return QRect(r.left, r.top, r.width, r.height);
+}
+
 QRect innerOf(const ui::Control& control, const QRect& rect) {
-    const auto* box = dynamic_cast<const ui::PictureBox*>(&control);
-    if (box && box->border) return rect.adjusted(kBoxBorder, kBoxBorder, -kBoxBorder, -kBoxBorder);
-    return rect;
+    return qrect(
+        view::innerOf(control, view::Rect{rect.x(), rect.y(), rect.width(), rect.height()}));
 }
 
 Placement placementOf(const ui::Control& control, QSize clientSize) {
-    QPoint origin;
-    QRect clip;
-    containerFrame(control.container, clientSize, origin, clip);
-    const QRect rect(origin + QPoint(toPixels(control.Left), toPixels(control.Top)),
-                     QSize(toPixels(control.Width), toPixels(control.Height)));
-    return Placement{rect, clip};
+    const view::Placement place = view::placementOf(control, sizeOf(clientSize));
+    return Placement{qrect(place.rect), qrect(place.clip)};
 }
 
 QSize clientSizeOf(const ui::Window& window) {
-    return QSize(toPixels(window.clientWidth()), toPixels(window.clientHeight()));
+    const view::Size size = view::clientSizeOf(window);
+    return QSize(size.width, size.height);
 }
 
 PixelGrid::PixelGrid(QPointF origin, qreal dpr) : origin_(origin), dpr_(dpr > 0 ? dpr : 1) {}
@@ -89,7 +67,7 @@ ui::Control* controlAt(const ui::Window& window, QPointF pos, QSize clientSize,
     const auto& controls = window.controls();
     for (auto it = controls.rbegin(); it != controls.rend(); ++it) {
         ui::Control& c = **it;
-        if (!c.shown() || !takesMouse(c)) continue;
+        if (!c.shown() || !view::takesMouse(c)) continue;
         const Placement place = placementOf(c, clientSize);
         if (grid.cover(place.rect & place.clip).contains(pixel)) return &c;
     }

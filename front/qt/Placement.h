@@ -7,8 +7,12 @@
 #include <QSize>
 
 #include "ui/model/Window.h"
+#include "ui/view/Geometry.h"
 
 namespace zd::qt {
+
+// The shared layout of ui/view in Qt's terms.
+QRect qrect(const view::Rect& r);
 
 // Where a control is drawn in its window's client area, in logical pixels:
 // its own rectangle, and the part of the client area its containers let it

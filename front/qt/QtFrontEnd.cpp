@@ -10,6 +10,7 @@
 #include "front/qt/Accessibility.h"
 #include "front/qt/Guard.h"
 #include "front/qt/WindowWidget.h"
+#include "ui/view/Scene.h"
 
 namespace zd::qt {
 
@@ -18,9 +19,6 @@ namespace {
 // How long an activation by the window system of another window than the
 // one just asked for is taken as a late report of an earlier state.
 constexpr qint64 kActivationSettleMs = 500;
-
-// Where the hand cursor's finger points, in its 32 by 32 picture.
-constexpr QPoint kFingertip(5, 0);
 
 // On X11 a window that a modal window blocks can still be raised by the
 // window manager when clicked, and Qt reports nothing of it: it hands the
@@ -230,10 +228,11 @@ void QtFrontEnd::checkActivation() {
 const QCursor& QtFrontEnd::handCursor(qreal dpr) {
     auto it = handCursors_.find(dpr);
     if (it != handCursors_.end()) return it->second;
-    const QPixmap pixmap = art_.pixmap("spielfeld", "cursor_hand", QSize(32, 32), dpr);
+    const QPixmap pixmap =
+        art_.pixmap(view::kHandCursor.sheet, view::kHandCursor.element, QSize(32, 32), dpr);
     // The hot spot counts the picture's own pixels, dpr times as many as
     // the 32 by 32 it is drawn on: it must stay on the fingertip.
-    const QPoint tip = kFingertip * dpr;
+    const QPoint tip = QPoint(view::kHandCursor.hotSpot.x, view::kHandCursor.hotSpot.y) * dpr;
     QCursor cursor =
         pixmap.isNull() ? QCursor(Qt::PointingHandCursor) : QCursor(pixmap, tip.x(), tip.y());
     return handCursors_.emplace(dpr, cursor).first->second;

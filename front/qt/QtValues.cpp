@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "ui/model/Toolkit.h"
+#include "ui/view/Geometry.h"
+#include "ui/view/Scene.h"
 
 namespace zd::qt {
 
@@ -12,10 +13,7 @@ QString text(const std::string& utf8) {
 }
 
 QString captionText(const std::string& caption) {
-    QString t = text(caption);
-    t.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    t.replace(QLatin1Char('\r'), QLatin1Char('\n'));
-    return t;
+    return text(view::captionLines(caption));
 }
 
 QColor color(const ui::Color& c) {
@@ -50,7 +48,7 @@ Qt::Alignment horizontal(ui::Align a) {
 }
 
 int toPixels(int twips) {
-    return static_cast<int>(std::lround(twips / static_cast<double>(ui::kTwipsPerPixel)));
+    return view::toPixels(twips);
 }
 
 }  // namespace zd::qt
