@@ -40,6 +40,13 @@ arp_entries() {
     while read -r key; do wine reg query "$key" | tr -d '\r'; done
 }
 shortcut() { find "$drive" -name Zifferndach.lnk; }
+# Wine's server and services outlive a program for a while, holding the
+# test's output open; they and the display go with the test.
+cleanup() {
+  WINEPREFIX=$prefix /usr/lib/wine/wineserver -k 2>/dev/null || true
+  [ -z "${xvfb:-}" ] || kill "$xvfb"
+}
+trap cleanup EXIT
 
 rm -rf "$work"
 mkdir -p "$work"
@@ -66,7 +73,6 @@ if [ "$program" = zifferndach ]; then
   # It needs a display, and is started through its Start-menu entry.
   Xvfb -displayfd 5 -screen 0 1024x768x24 5>"$work/display" 2>/dev/null &
   xvfb=$!
-  trap 'kill $xvfb' EXIT
   for _ in $(seq 100); do
     [ -s "$work/display" ] && break
     sleep 0.1
@@ -76,7 +82,8 @@ if [ "$program" = zifferndach ]; then
     [ -s "$list" ] && break
     sleep 0.2
   done
-  WINEPREFIX=$prefix /usr/lib/wine/wineserver -k || true
+  cleanup
+  xvfb=
 else
   wine "$folder/$program.exe" --system "$(windows_path "$script")" >/dev/null
 fi
