@@ -8,9 +8,11 @@ cd "$(dirname "$0")"
 packages=(cmake g++ make qt6-base-dev qt6-svg-dev qt6-multimedia-dev libgtest-dev
           fonts-liberation qt6-translations-l10n libgl-dev clang libclang-rt-14-dev
           appstream desktop-file-utils clang-format)
-# The Windows build of everything but Qt, and wine to test it.
+# The Windows build of everything but Qt, and wine to test it; its
+# installer and zip, made with msitools' wixl (faketime and python3 make
+# them the same bytes on every build), and a display for the installed game.
 if [ "${1:-}" = test ]; then
-  packages+=(g++-mingw-w64-x86-64-posix googletest wine64)
+  packages+=(g++-mingw-w64-x86-64-posix googletest wine64 wixl msitools faketime python3 xvfb)
 fi
 missing=()
 for p in "${packages[@]}"; do
