@@ -8,10 +8,13 @@ cd "$(dirname "$0")"
 packages=(cmake g++ make qt6-base-dev qt6-svg-dev qt6-multimedia-dev libgtest-dev
           fonts-liberation qt6-translations-l10n libgl-dev clang libclang-rt-14-dev
           appstream desktop-file-utils clang-format clang-tidy)
-# The Windows build of everything but Qt, and wine to test it; an X server,
-# a D-Bus session and the AT-SPI bus to play the game as a screen reader.
+# The Windows build of everything but Qt, and wine to test it; its
+# installer and zip, made with msitools' wixl (faketime and python3 make
+# them the same bytes on every build); an X server, a D-Bus session and the
+# AT-SPI bus to play the game as a screen reader and to show the Windows
+# program's windows.
 if [ "${1:-}" = test ]; then
-  packages+=(g++-mingw-w64-x86-64-posix googletest wine64
+  packages+=(g++-mingw-w64-x86-64-posix googletest wine64 wixl msitools faketime python3
              xvfb dbus-daemon at-spi2-core python3-pyatspi)
 fi
 missing=()
