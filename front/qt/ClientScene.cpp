@@ -114,9 +114,6 @@ private:
     const PixelGrid& grid_;
 };
 
-// How far the focus mark stands off the control, in logical pixels.
-constexpr int kMarkGap = 3;
-
 // A dotted line on a light one, to be seen on dark and pale ground alike;
 // drawn inside `bounds`.
 void drawFocusMark(QPainter& painter, const QRect& bounds) {
@@ -133,21 +130,7 @@ void drawFocusMark(QPainter& painter, const QRect& bounds) {
 
 QRegion ClientScene::refresh(const ui::Window& window, const ui::Control* marked) {
     QRegion changed;
-    for (const view::Rect& r : scene_.refresh(window)) changed += qrect(r);
-    const QSize size(scene_.backdrop().size.width, scene_.backdrop().size.height);
-    QRect mark;
-    if (marked && marked->shown()) {
-        const Placement place = placementOf(*marked, size);
-        if (!(place.rect & place.clip).isEmpty()) {
-            mark = place.rect.adjusted(-kMarkGap, -kMarkGap, kMarkGap, kMarkGap) &
-                   QRect(QPoint(0, 0), size);
-        }
-    }
-    if (mark != mark_) {
-        changed += mark_;
-        changed += mark;
-        mark_ = mark;
-    }
+    for (const view::Rect& r : scene_.refresh(window, marked)) changed += qrect(r);
     return changed;
 }
 
@@ -172,7 +155,7 @@ void ClientScene::paint(QPainter& painter, const QRect& area, ArtCache& art) con
         std::visit(draw, look);
         painter.restore();
     }
-    if (mark_.intersects(client)) drawFocusMark(painter, mark_);
+    if (qrect(scene_.mark()).intersects(client)) drawFocusMark(painter, qrect(scene_.mark()));
     painter.restore();
 }
 

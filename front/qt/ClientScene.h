@@ -25,7 +25,6 @@ public:
 
 private:
     view::Scene scene_;
-    QRect mark_;
 };
 
 }  // namespace zd::qt

@@ -178,10 +178,8 @@ void WindowWidget::syncFromModel() {
     if (menus_) menus_->sync();
     edits_->sync(clientSize());
     // The focus is shown once the keyboard plays; a text box shows its caret.
-    const ui::Control* marked =
-        frontEnd_.toolkit().keyboardUsed() ? window_->activeControl() : nullptr;
-    if (dynamic_cast<const ui::TextBox*>(marked)) marked = nullptr;
-    const QRegion changed = scene_.refresh(*window_, marked);
+    const QRegion changed =
+        scene_.refresh(*window_, view::markedControl(*window_, frontEnd_.toolkit().keyboardUsed()));
     if (!changed.isEmpty()) client_->update(changed);
     if (client_->underMouse()) {
         updateCursor(controlAt(*window_, client_->mapFromGlobal(QPointF(QCursor::pos())),

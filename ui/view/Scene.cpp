@@ -85,7 +85,13 @@ std::string captionLines(const std::string& caption) {
     return out;
 }
 
-std::vector<Rect> Scene::refresh(const ui::Window& window) {
+const ui::Control* markedControl(const ui::Window& window, bool keyboardUsed) {
+    const ui::Control* active = window.activeControl();
+    if (!keyboardUsed || !active || dynamic_cast<const ui::TextBox*>(active)) return nullptr;
+    return active;
+}
+
+std::vector<Rect> Scene::refresh(const ui::Window& window, const ui::Control* marked) {
     const Backdrop backdrop{clientSizeOf(window), window.BackColor, window.picture};
     const auto& controls = window.controls();
     std::vector<Rect> changed;
@@ -102,6 +108,20 @@ std::vector<Rect> Scene::refresh(const ui::Window& window) {
             if (!r.empty()) changed.push_back(r);
         }
         looks_[i] = std::move(now);
+    }
+    Rect mark;
+    if (marked && marked->shown()) {
+        const Placement place = placementOf(*marked, backdrop.size);
+        if (!intersect(place.rect, place.clip).empty()) {
+            mark = intersect(place.rect.adjusted(-kMarkGap, -kMarkGap, kMarkGap, kMarkGap),
+                             Rect{0, 0, backdrop.size.width, backdrop.size.height});
+        }
+    }
+    if (!(mark == mark_)) {
+        for (const Rect& r : {mark_, mark}) {
+            if (!r.empty()) changed.push_back(r);
+        }
+        mark_ = mark;
     }
     return changed;
 }

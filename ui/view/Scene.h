@@ -68,6 +68,13 @@ inline constexpr CursorArt kHandCursor{"spielfeld", "cursor_hand", {5, 0}};
 // line) with a plain LF between them.
 std::string captionLines(const std::string& caption);
 
+// How far the focus mark stands off the control it marks.
+inline constexpr int kMarkGap = 3;
+
+// The control whose focus a front end shows: the window's active one, once
+// the keyboard has been used; a text box shows its own caret instead.
+const ui::Control* markedControl(const ui::Window& window, bool keyboardUsed);
+
 // A window's client area as it was last taken from the model: its
 // background and the look of every control, in drawing order. A front end
 // paints only from here, and repaints where a refresh found a change.
@@ -80,15 +87,19 @@ public:
         bool operator==(const Backdrop&) const = default;
     };
 
-    // Takes what the window shows now; returns where that differs.
-    std::vector<Rect> refresh(const ui::Window& window);
+    // Takes what the window shows now, with the keyboard's focus mark round
+    // `marked` if given; returns where that differs.
+    std::vector<Rect> refresh(const ui::Window& window, const ui::Control* marked = nullptr);
 
     const Backdrop& backdrop() const { return backdrop_; }
     const std::vector<Look>& looks() const { return looks_; }
+    // Where the focus mark is drawn, inside this rectangle; empty for none.
+    const Rect& mark() const { return mark_; }
 
 private:
     Backdrop backdrop_;
     std::vector<Look> looks_;
+    Rect mark_;
 };
 
 }  // namespace zd::view
