@@ -36,21 +36,25 @@ Art::~Art() {
     if (comStarted_) CoUninitialize();
 }
 
-const Bitmap* Art::picture(const ui::PictureData& p, int width, int height) {
-    return picture(p.sheet, p.element, p.widthPx, p.heightPx, width, height);
+const Bitmap* Art::picture(const ui::PictureData& p, int width, int height, int percent) {
+    return picture(p.sheet, p.element, p.widthPx, p.heightPx, width, height, percent);
 }
 
 const Bitmap* Art::picture(const std::string& sheet, const std::string& element, int baseWidth,
-                           int baseHeight, int width, int height) {
+                           int baseHeight, int width, int height, int percent) {
     if (width <= 0 || height <= 0 || element.empty()) return nullptr;
     Key key{sheet, element, width, height};
     if (auto it = cache_.find(key); it != cache_.end()) {
         return it->second.pixels.empty() ? nullptr : &it->second;
     }
-    // The rendering made for this size, else the next larger one.
-    int percent = kScales[std::size(kScales) - 1];
+    // The rendering made for this size (or scale), else the next larger one.
+    const int wanted = percent;
+    percent = kScales[std::size(kScales) - 1];
     for (int p : kScales) {
-        if (scaledBy(baseWidth, p) >= width && scaledBy(baseHeight, p) >= height) {
+        const bool large =
+            wanted > 0 ? p >= wanted
+                       : scaledBy(baseWidth, p) >= width && scaledBy(baseHeight, p) >= height;
+        if (large) {
             percent = p;
             break;
         }

@@ -34,10 +34,13 @@ public:
     Art& operator=(const Art&) = delete;
 
     // The picture at width by height physical pixels; null when the
-    // program holds no such picture.
-    const Bitmap* picture(const ui::PictureData& picture, int width, int height);
+    // program holds no such picture. A picture stretched beyond its own
+    // size is scaled up from the rendering for the screen's `percent`: a
+    // soft backdrop loses nothing by it, and a rendering of the size of the
+    // screen would cost the start megabytes and milliseconds.
+    const Bitmap* picture(const ui::PictureData& picture, int width, int height, int percent = 0);
     const Bitmap* picture(const std::string& sheet, const std::string& element, int baseWidth,
-                          int baseHeight, int width, int height);
+                          int baseHeight, int width, int height, int percent = 0);
 
 private:
     bool decode(const std::string& resource, int width, int height, Bitmap& out);

@@ -91,7 +91,7 @@ NativeWindow::NativeWindow(Win32FrontEnd& frontEnd, ui::Window& window)
                            CW_USEDEFAULT, CW_USEDEFAULT, hwnd_, nullptr, nullptr, nullptr);
     TOOLINFOW tool{};
     tool.cbSize = sizeof(tool);
-    tool.uFlags = TTF_SUBCLASS;
+    tool.uFlags = 0;
     tool.hwnd = hwnd_;
     tool.uId = 1;
     tool.lpszText = LPSTR_TEXTCALLBACKW;
@@ -193,6 +193,11 @@ LRESULT CALLBACK NativeWindow::proc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) {
 
 LRESULT NativeWindow::handle(UINT msg, WPARAM wp, LPARAM lp) {
     ui::Toolkit& tk = frontEnd_.toolkit();
+    if (msg >= WM_MOUSEFIRST && msg <= WM_MOUSELAST && tip_) {
+        // The tooltip learns of the mouse to time its showing.
+        MSG relayed{hwnd_, msg, wp, lp, 0, {}};
+        SendMessageW(tip_, TTM_RELAYEVENT, 0, reinterpret_cast<LPARAM>(&relayed));
+    }
     switch (msg) {
         case WM_PAINT: {
             PAINTSTRUCT ps;
@@ -375,6 +380,7 @@ void NativeWindow::onMouseMove(LPARAM lp, WPARAM keys) {
     const int buttons = buttonsOf(keys);
     if (dragged_ && (buttons & kLeft)) return;
     ui::Control* over = view::controlAt(*window_, logicalPoint(lp), view::clientSizeOf(*window_));
+    tipFor(over);
     // While a button is down, moves go to what it went down on.
     ui::Control* target = over;
     if (buttons && (pressed_ || pressedWindow_)) target = pressed_;

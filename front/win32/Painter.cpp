@@ -162,7 +162,12 @@ void Painter::draw(const view::Look& look, double scale, const RECT& clip) {
                 // Unstretched, a picture keeps its own size from the top left.
                 const int w = l.stretch ? rect.width : px(p.widthPx * scale);
                 const int h = l.stretch ? rect.height : px(p.heightPx * scale);
-                if (const Bitmap* b = art_.picture(p, w, h)) blend(*b, rect.left, rect.top, clip);
+                const bool enlarged =
+                    l.stretch && (l.rect.width > p.widthPx || l.rect.height > p.heightPx);
+                const int percent = enlarged ? px(scale * 100) : 0;
+                if (const Bitmap* b = art_.picture(p, w, h, percent)) {
+                    blend(*b, rect.left, rect.top, clip);
+                }
             },
             [&](const view::BoxLook& l) {
                 const RECT rect = toRect(view::scaled(l.rect, scale));
