@@ -1,6 +1,7 @@
 #include "front/qt/Placement.h"
 
 #include <cmath>
+#include <ranges>
 
 #include "ui/view/Placement.h"
 
@@ -64,9 +65,8 @@ QPoint PixelGrid::pixelAt(QPointF pos) const {
 ui::Control* controlAt(const ui::Window& window, QPointF pos, QSize clientSize,
                        const PixelGrid& grid) {
     const QPoint pixel = grid.pixelAt(pos);
-    const auto& controls = window.controls();
-    for (auto it = controls.rbegin(); it != controls.rend(); ++it) {
-        ui::Control& c = **it;
+    for (const auto& control : std::views::reverse(window.controls())) {
+        ui::Control& c = *control;
         if (!c.shown() || !view::takesMouse(c)) continue;
         const Placement place = placementOf(c, clientSize);
         if (grid.cover(place.rect & place.clip).contains(pixel)) return &c;

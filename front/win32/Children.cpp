@@ -139,11 +139,15 @@ void Children::sync(double scale) {
             ShowWindow(c->hwnd, shown ? SW_SHOWNA : SW_HIDE);
         }
     }
-    // The model's focus, once this window is the one the user works in.
-    const ui::TextBox* focus = window->focus && !window->focus->Locked ? window->focus : nullptr;
+    // The model's focus, once this window is the one the user works in: a
+    // text box takes the keys itself; any other focus leaves them with the
+    // window, whose buttons are drawn, not Windows' own.
+    const auto* box = dynamic_cast<const ui::TextBox*>(window->activeControl());
+    const ui::TextBox* focus = box && !box->Locked ? box : nullptr;
     if (focus != lastFocus_ && GetActiveWindow() == owner_.hwnd()) {
         lastFocus_ = focus;
-        if (HWND edit = focus ? handleOf(*focus) : nullptr) SetFocus(edit);
+        HWND edit = focus ? handleOf(*focus) : nullptr;
+        SetFocus(edit ? edit : owner_.hwnd());
     }
     pushing_ = false;
 }

@@ -125,7 +125,8 @@ void NativeWindow::syncFromModel() {
     if (menus_ && menus_->sync()) DrawMenuBar(hwnd_);
     const double s = scale();
     children_->sync(s);
-    for (const view::Rect& r : scene_.refresh(*window_)) {
+    const ui::Control* marked = view::markedControl(*window_, window_->toolkit().keyboardUsed());
+    for (const view::Rect& r : scene_.refresh(*window_, marked)) {
         // Rounding at the edges may reach a pixel further.
         const view::Rect p = view::scaled(r, s).adjusted(-1, -1, 1, 1);
         const RECT rect{p.left, p.top, p.right(), p.bottom()};

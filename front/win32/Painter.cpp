@@ -221,6 +221,30 @@ void Painter::draw(const view::Look& look, double scale, const RECT& clip) {
         look);
 }
 
+// A dotted line on a light one, to be seen on dark and pale ground alike,
+// as the Qt front end draws it: inside `r`, a logical pixel wide.
+void Painter::drawFocusMark(const view::Rect& r, double scale, const RECT& clip) {
+    const int w = std::max(1, px(scale));
+    const auto band = [&](int left, int top, int width, int height, ui::Color c) {
+        fill(cut(RECT{left, top, left + width, top + height}, clip), c);
+    };
+    const ui::Color light{255, 255, 255};
+    const ui::Color dark{0, 0, 0};
+    band(r.left, r.top, r.width, w, light);
+    band(r.left, r.bottom() - w, r.width, w, light);
+    band(r.left, r.top, w, r.height, light);
+    band(r.right() - w, r.top, w, r.height, light);
+    const view::Rect d = r.adjusted(w, w, -w, -w);
+    for (int x = d.left; x + w <= d.right(); x += 2 * w) {
+        band(x, d.top, w, w, dark);
+        band(x, d.bottom() - w, w, w, dark);
+    }
+    for (int y = d.top; y + w <= d.bottom(); y += 2 * w) {
+        band(d.left, y, w, w, dark);
+        band(d.right() - w, y, w, w, dark);
+    }
+}
+
 void Painter::paint(const view::Scene& scene, double scale, const RECT& area, HDC target) {
     const view::Scene::Backdrop& backdrop = scene.backdrop();
     const view::Rect client =
@@ -245,6 +269,7 @@ void Painter::paint(const view::Scene& scene, double scale, const RECT& area, HD
         if (isEmpty(clip)) continue;
         draw(look, scale, clip);
     }
+    if (!scene.mark().empty()) drawFocusMark(view::scaled(scene.mark(), scale), scale, whole);
     GdiFlush();
     BitBlt(target, whole.left, whole.top, whole.right - whole.left, whole.bottom - whole.top, dc_,
            whole.left, whole.top, SRCCOPY);

@@ -43,6 +43,7 @@ private:
     void fill(const RECT& r, ui::Color c);
     void blend(const Bitmap& bitmap, int x, int y, const RECT& clip);
     void draw(const view::Look& look, double scale, const RECT& clip);
+    void drawFocusMark(const view::Rect& bounds, double scale, const RECT& clip);
 
     Art& art_;
     Fonts& fonts_;

@@ -15,19 +15,39 @@ namespace {
 constexpr UINT kCheckActivation = WM_APP + 1;
 
 // The key codes the windows' handlers expect: upper-case letters whatever
-// the shift state, digits, and a few named keys.
+// the shift state, digits, and the named keys of the game and of keyboard
+// play.
 int keyCode(WPARAM vk) {
     if ((vk >= 'A' && vk <= 'Z') || (vk >= '0' && vk <= '9')) return static_cast<int>(vk);
-    if (vk >= VK_F1 && vk <= VK_F12) return 112 + static_cast<int>(vk - VK_F1);
-    if (vk == VK_ESCAPE) return 27;
-    if (vk == VK_RETURN) return 13;
-    return 0;
+    if (vk >= VK_F1 && vk <= VK_F12) return ui::kKeyF1 + static_cast<int>(vk - VK_F1);
+    switch (vk) {
+        case VK_ESCAPE:
+            return ui::kKeyEscape;
+        case VK_RETURN:
+            return ui::kKeyReturn;
+        case VK_TAB:
+            return ui::kKeyTab;
+        case VK_SPACE:
+            return ui::kKeySpace;
+        case VK_LEFT:
+            return ui::kKeyLeft;
+        case VK_RIGHT:
+            return ui::kKeyRight;
+        default:
+            return 0;
+    }
+}
+
+bool isFunctionKey(int code) {
+    return code >= ui::kKeyF1 && code <= ui::kKeyF12;
+}
+
+bool isLetterOrDigit(int code) {
+    return (code >= 'A' && code <= 'Z') || (code >= '0' && code <= '9');
 }
 
 std::string keyName(int code) {
-    if (code >= 112 && code <= 123) return "F" + std::to_string(code - 111);
-    if (code == 27) return "Esc";
-    if (code == 13) return "Enter";
+    if (isFunctionKey(code)) return "F" + std::to_string(code - ui::kKeyF1 + 1);
     return std::string(1, static_cast<char>(code));
 }
 
@@ -295,21 +315,22 @@ bool Win32FrontEnd::key(const MSG& msg) {
     if (code == 0) return false;
     const bool alt = msg.message == WM_SYSKEYDOWN && (msg.lParam & (1 << 29));
     const bool ctrl = GetKeyState(VK_CONTROL) < 0;
-    const bool fkey = code >= 112 && code <= 123;
     if (alt) {
-        // Alt with a letter presses a button with that access key; else the
-        // system opens the menu of that letter.
-        if (fkey || code == 27 || code == 13) return false;
-        return tk_.shortcut("Alt+" + keyName(code));
+        // Alt with a letter or digit presses a button with that access key,
+        // or else is the window's own key; the system opens the menu of a
+        // letter no button takes, and does what it does with the rest.
+        return isLetterOrDigit(code) && tk_.shortcut("Alt+" + keyName(code));
     }
-    if (ctrl) return !fkey && code != 27 && code != 13 && tk_.shortcut("Ctrl+" + keyName(code));
-    if (fkey) return tk_.shortcut(keyName(code));
-    // Letters and digits in a text box are typed there.
-    if (msg.hwnd != root && native->children().isEdit(msg.hwnd) && code != 27 && code != 13) {
+    if (ctrl) return isLetterOrDigit(code) && tk_.shortcut("Ctrl+" + keyName(code));
+    if (isFunctionKey(code)) return tk_.shortcut(keyName(code));
+    // In a text box letters, digits, blanks and the arrows are typing; Tab
+    // leaves it, and Esc and Return are the window's.
+    const bool inEdit = msg.hwnd != root && native->children().isEdit(msg.hwnd);
+    if (inEdit && code != ui::kKeyTab && code != ui::kKeyEscape && code != ui::kKeyReturn) {
         return false;
     }
-    if (!w.Form_KeyDown) return false;
-    tk_.keyDown(w, code);
+    if (!ui::Toolkit::takesKey(w, code)) return false;
+    tk_.keyDown(w, code, GetKeyState(VK_SHIFT) < 0);
     return true;
 }
 

@@ -147,6 +147,38 @@ protected:
         return at;
     }
 
+    // The field's pixels in `r` (physical pixels of its client area), read
+    // back from the window after painting, as 0xAARRGGBB.
+    std::vector<std::uint32_t> shown(const zd::view::Rect& r) {
+        RedrawWindow(field(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+        HDC window = GetDC(field());
+        HDC memory = CreateCompatibleDC(window);
+        BITMAPINFO info{};
+        info.bmiHeader = {
+            sizeof(BITMAPINFOHEADER), r.width, -r.height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+        void* bits = nullptr;
+        HBITMAP copy = CreateDIBSection(memory, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+        HGDIOBJ old = SelectObject(memory, copy);
+        BitBlt(memory, 0, 0, r.width, r.height, window, r.left, r.top, SRCCOPY);
+        GdiFlush();
+        const auto* first = static_cast<const std::uint32_t*>(bits);
+        std::vector<std::uint32_t> pixels(first,
+                                          first + static_cast<std::size_t>(r.width) * r.height);
+        SelectObject(memory, old);
+        DeleteObject(copy);
+        DeleteDC(memory);
+        ReleaseDC(field(), window);
+        return pixels;
+    }
+
+    void press(WORD vk) {
+        INPUT key[2]{};
+        key[0].type = key[1].type = INPUT_KEYBOARD;
+        key[0].ki.wVk = key[1].ki.wVk = vk;
+        key[1].ki.dwFlags = KEYEVENTF_KEYUP;
+        SendInput(2, key, sizeof(INPUT));
+    }
+
     void click(POINT at) {
         SetCursorPos(at.x, at.y);
         pump(50);
@@ -277,11 +309,7 @@ TEST_F(FrontEnd, MessageWindowIsDraggedAndAnsweredByKeyWhileTimersFire) {
         const zd::ui::PictureData* blink = f.imgStart.picture.get();
         EXPECT_TRUE(pumpUntil([&] { return f.imgStart.picture.get() != blink; }, 1500));
 
-        INPUT esc[2]{};
-        esc[0].type = esc[1].type = INPUT_KEYBOARD;
-        esc[0].ki.wVk = esc[1].ki.wVk = VK_ESCAPE;
-        esc[1].ki.dwFlags = KEYEVENTF_KEYUP;
-        SendInput(2, esc, sizeof(INPUT));
+        press(VK_ESCAPE);
         EXPECT_TRUE(pumpUntil([&] { return !p().tk.loaded("frmMsgOk"); }));
         EXPECT_TRUE(IsWindowEnabled(field()));
     });
@@ -300,17 +328,8 @@ TEST_F(FrontEnd, PaintsTheArtRenderedForTheScreensScale) {
         ASSERT_NE(art, nullptr);
 
         // The window's pixels where the die stands, read back from the screen.
-        RedrawWindow(field(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
-        HDC window = GetDC(field());
-        HDC memory = CreateCompatibleDC(window);
-        BITMAPINFO info{};
-        info.bmiHeader = {sizeof(BITMAPINFOHEADER), w, -h, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-        void* bits = nullptr;
-        HBITMAP copy = CreateDIBSection(memory, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-        HGDIOBJ old = SelectObject(memory, copy);
-        BitBlt(memory, 0, 0, w, h, window, r.left, r.top, SRCCOPY);
-        GdiFlush();
-        const auto* shown = static_cast<const std::uint32_t*>(bits);
+        const std::vector<std::uint32_t> pixels = shown(zd::view::Rect{r.left, r.top, w, h});
+        const std::uint32_t* shownPixels = pixels.data();
 
         // Where the art is opaque the window shows exactly the art.
         int opaque = 0;
@@ -321,18 +340,45 @@ TEST_F(FrontEnd, PaintsTheArtRenderedForTheScreensScale) {
             ++opaque;
             for (int shift : {0, 8, 16}) {
                 if (std::abs(static_cast<int>((a >> shift) & 0xff) -
-                             static_cast<int>((shown[i] >> shift) & 0xff)) > 2) {
+                             static_cast<int>((shownPixels[i] >> shift) & 0xff)) > 2) {
                     ++differing;
                     break;
                 }
             }
         }
-        SelectObject(memory, old);
-        DeleteObject(copy);
-        DeleteDC(memory);
-        ReleaseDC(field(), window);
         EXPECT_GT(opaque, w * h / 2);
         EXPECT_LE(differing, opaque / 100);
+    });
+}
+
+TEST_F(FrontEnd, KeysAlonePlayAndTheFocusIsMarkedOnlyOnceTheyAreUsed) {
+    play([&] {
+        auto& f = p().frmSpielfeld();
+        pump(300);
+        const double s = scale();
+        const zd::view::Size client = zd::view::clientSizeOf(f);
+        // The mark's light outer edge round a control, top left.
+        const auto markCorner = [&](const zd::ui::Control& c) {
+            const zd::view::Rect r =
+                zd::view::scaled(zd::view::placementOf(c, client).rect.adjusted(
+                                     -zd::view::kMarkGap, -zd::view::kMarkGap, 0, 0),
+                                 s);
+            return shown(zd::view::Rect{r.left, r.top, 1, 1}).front() & 0xffffff;
+        };
+        EXPECT_NE(markCorner(f.imgNeu), 0xffffffu);
+
+        // Space presses Neues Spiel; the focus goes to Würfeln, marked.
+        press(VK_SPACE);
+        ASSERT_TRUE(pumpUntil([&] { return f.imgWuerfeln.Visible; }));
+        pump(100);
+        EXPECT_EQ(f.activeControl(), &f.imgWuerfeln);
+        EXPECT_EQ(markCorner(f.imgWuerfeln), 0xffffffu);
+
+        // Return throws, and the first free place has the focus.
+        press(VK_RETURN);
+        ASSERT_TRUE(pumpUntil([&] { return f.imgAuswahl[3].Visible; }, 3000));
+        pump(100);
+        EXPECT_EQ(f.activeControl(), &f.imgAuswahl[3]);
     });
 }
 

@@ -1,5 +1,7 @@
 #include "ui/view/Placement.h"
 
+#include <ranges>
+
 namespace zd::view {
 
 namespace {
@@ -50,9 +52,8 @@ Size clientSizeOf(const ui::Window& window) {
 }
 
 ui::Control* controlAt(const ui::Window& window, Point pos, Size clientSize) {
-    const auto& controls = window.controls();
-    for (auto it = controls.rbegin(); it != controls.rend(); ++it) {
-        ui::Control& c = **it;
+    for (const auto& control : std::views::reverse(window.controls())) {
+        ui::Control& c = *control;
         if (!c.shown() || !takesMouse(c)) continue;
         const Placement place = placementOf(c, clientSize);
         if (intersect(place.rect, place.clip).contains(pos)) return &c;
