@@ -83,7 +83,7 @@ int main(int argc, char* argv[]) {
         std::vector<double> frames, playerSpins, computerSpins;
         double lastFrame = -1, spinStarted = -1;
         auto stamp = [&clock] { return static_cast<double>(clock.nsecsElapsed()) / 1e6; };
-        auto frame = [&](std::function<void()> original) {
+        auto frame = [&](const std::function<void()>& original) {
             return [&, original] {
                 const double t = stamp();
                 if (lastFrame >= 0) frames.push_back(t - lastFrame);
@@ -93,7 +93,7 @@ int main(int argc, char* argv[]) {
         };
         f.timDrehen.TimerEvent = frame(f.timDrehen.TimerEvent);
         f.timComputerDrehe.TimerEvent = frame(f.timComputerDrehe.TimerEvent);
-        auto spinEnd = [&](std::vector<double>& into, std::function<void()> original) {
+        auto spinEnd = [&](std::vector<double>& into, const std::function<void()>& original) {
             return [&, original] {
                 const double t = stamp();
                 into.push_back(t - spinStarted);

@@ -4,15 +4,11 @@
 #include <cmath>
 
 #include "front/win32/Text.h"
+#include "ui/view/Overloaded.h"
 
 namespace zd::win32 {
 
 namespace {
-
-template <class... F>
-struct Overloaded : F... {
-    using F::operator()...;
-};
 
 int px(double v) {
     return static_cast<int>(std::lround(v));
@@ -134,7 +130,7 @@ void Painter::blend(const Bitmap& bitmap, int x, int y, const RECT& clip) {
 
 void Painter::draw(const view::Look& look, double scale, const RECT& clip) {
     std::visit(
-        Overloaded{
+        view::Overloaded{
             [](std::monostate) {},
             [&](const view::TextLook& l) {
                 const RECT rect = toRect(view::scaled(l.rect, scale));

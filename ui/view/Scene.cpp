@@ -2,18 +2,12 @@
 
 #include <algorithm>
 
+#include "ui/view/Overloaded.h"
 #include "ui/view/Placement.h"
 
 namespace zd::view {
 
-namespace {
-
-template <class... F>
-struct Overloaded : F... {
-    using F::operator()...;
-};
-
-}  // namespace
+namespace {}  // namespace
 
 Look lookOf(const ui::Control& c, Size clientSize) {
     if (!c.shown()) return {};
