@@ -4,13 +4,11 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <iterator>
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include "PlayerBot.h"
-#include "RecordingCalls.h"
 
 namespace zd::test {
 namespace {
@@ -22,8 +20,8 @@ const char* const kSaveFailed = "konnten nicht gespeichert werden.";
 // Starts a game, does `fault` to the disk, then earns an entry in the list
 // and saves it; returns the messages the player was shown.
 std::vector<std::string> saveAfter(const std::function<void(const fs::path&)>& fault,
-                                   const fs::path& root, sys::FileCalls* calls = nullptr) {
-    PlayerBot bot(root.string(), calls);
+                                   const fs::path& root) {
+    PlayerBot bot(root.string());
     Program& p = bot.program();
     fault(root / "wuerfelhof");
     ui::FrmSpielfeld& f = p.frmSpielfeld();
@@ -68,35 +66,6 @@ TEST(RuntimeFaults, TheListFileReplacedByAFolderStaysAndIsNotLost) {
         },
         root)));
     EXPECT_TRUE(fs::exists(root / "wuerfelhof" / "zifdach.txt" / "keep"));
-    fs::remove_all(root);
-}
-
-TEST(RuntimeFaults, AWriteFlushOrCloseThatFailsIsToldAndTheOldListStays) {
-    const fs::path root = freshFolder("zd-fault-calls");
-    for (const std::string call : {"write", "flush", "close"}) {
-        SCOPED_TRACE(call);
-        RecordingCalls calls;
-        std::string before;
-        EXPECT_TRUE(told(saveAfter(
-            [&](const fs::path& folder) {
-                std::ifstream in(folder / "zifdach.txt", std::ios::binary);
-                before.assign(std::istreambuf_iterator<char>(in), {});
-                calls.failing = call;
-            },
-            root, &calls)));
-        std::ifstream after(root / "wuerfelhof" / "zifdach.txt", std::ios::binary);
-        EXPECT_EQ(std::string(std::istreambuf_iterator<char>(after), {}), before);
-        EXPECT_EQ(before.size(), 65u);
-    }
-    fs::remove_all(root);
-}
-
-TEST(RuntimeFaults, AnUntouchedFolderSavesWithoutAWord) {
-    const fs::path root = freshFolder("zd-fault-none");
-    EXPECT_FALSE(told(saveAfter([](const fs::path&) {}, root)));
-    std::string first;
-    std::getline(std::ifstream(root / "wuerfelhof" / "zifdach.txt", std::ios::binary), first);
-    EXPECT_EQ(first, "Spieler\r");
     fs::remove_all(root);
 }
 

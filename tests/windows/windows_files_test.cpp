@@ -95,10 +95,7 @@ TEST_F(Files, WithoutTheWindowsFolderThePlayerIsToldAndTheListLiesBesideTheProgr
     EXPECT_EQ(bot.messages()[0],
               "\r\nDie Festplatte auf Ihrem System wurde nicht erkannt!"
               "\r\nEin Speichern von Daten ist leider nicht möglich");
-    EXPECT_FALSE(bot.program().g.FestplatteGefunden);
-    EXPECT_EQ(bot.program().g.DatenPfad, "");
     EXPECT_EQ(fs::file_size(at("program\\zifdach.txt")), 65u);
-    EXPECT_EQ(bot.program().g.Bestmarke, 18);
 }
 
 TEST(WindowsPlatform, TheProgramsFolderIsThatOfItsFile) {
