@@ -6,15 +6,15 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "PlayerBot.h"
+#include "front/drive/PlayerBot.h"
 
 int main(int argc, char** argv) {
     const long games = argc > 1 ? std::atol(argv[1]) : 5000;
-    const std::string root = zd::test::freshFolder("zd-headless-bench");
+    const std::string root = zd::drive::freshFolder("zd-headless-bench");
     const auto start = std::chrono::steady_clock::now();
     long rounds = 0;
     {
-        zd::test::PlayerBot bot(root);
+        zd::drive::PlayerBot bot(ZD_PROGRAM_DIR, root);
         bot.newGame = [&bot, games] { return bot.games() < games; };
         bot.play(1L << 40);
         rounds = bot.rounds();

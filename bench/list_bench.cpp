@@ -22,13 +22,13 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "PlayerBot.h"
 #include "best/modBeste.h"
+#include "front/drive/PlayerBot.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-using zd::test::PlayerBot;
+using zd::drive::PlayerBot;
 
 const std::string kDefault =
     "Niemand\r\nNiemand\r\nNiemand\r\nNiemand\r\nNiemand\r\n26\r\n24\r\n22\r\n20\r\n18\r\n";
@@ -66,7 +66,7 @@ long driverPeakKiB(const std::string& drive, const fs::path& root) {
 }
 
 void measureMemory(const std::string& drive) {
-    const fs::path root = zd::test::freshFolder("zd-list-bench-memory");
+    const fs::path root = zd::drive::freshFolder("zd-list-bench-memory");
     fs::create_directories(root / "wuerfelhof");
     const fs::path list = root / "wuerfelhof" / "zifdach.txt";
     std::ofstream(list, std::ios::binary) << kDefault;
@@ -102,7 +102,7 @@ void save(zd::Program& p, const std::string& name) {
 // The work that is killed: saving two lists by turns, or saving and
 // clearing by turns. Tells the parent through `ready` once it is running.
 [[noreturn]] void work(const fs::path& root, bool clearing, int ready) {
-    PlayerBot bot(root.string());
+    PlayerBot bot(ZD_PROGRAM_DIR, root.string());
     zd::Program& p = bot.program();
     const char one = 1;
     if (write(ready, &one, 1) < 0) _exit(1);
@@ -124,7 +124,7 @@ void save(zd::Program& p, const std::string& name) {
 }
 
 void killTest(int kills) {
-    const fs::path root = zd::test::freshFolder("zd-list-bench-kill");
+    const fs::path root = zd::drive::freshFolder("zd-list-bench-kill");
     const fs::path list = root / "wuerfelhof" / "zifdach.txt";
     std::mt19937 random(20261123);
     std::map<std::string, int> seen;
@@ -150,7 +150,7 @@ void killTest(int kills) {
         if (!fs::exists(list)) {
             // Killed between deleting and writing: the next start must
             // show the default list.
-            PlayerBot next(root.string());
+            PlayerBot next(ZD_PROGRAM_DIR, root.string());
             const bool defaults = next.program().frmBeste().lstPunkte.List(0) == "26" &&
                                   next.program().frmBeste().lstName.List(0) == "Niemand";
             state = defaults ? "missing, default list at the next start" : "missing, and LOST";

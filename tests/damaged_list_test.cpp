@@ -7,9 +7,12 @@
 
 #include <gtest/gtest.h>
 
-#include "PlayerBot.h"
+#include "front/drive/PlayerBot.h"
 
 namespace zd::test {
+
+using drive::freshFolder;
+using drive::PlayerBot;
 namespace {
 
 // All the bytes of a literal, NULs included.
@@ -35,7 +38,7 @@ TEST(DamagedList, TheGameStartsAndPlaysWhateverTheFileHolds) {
         std::filesystem::create_directories(root / "wuerfelhof");
         std::ofstream(root / "wuerfelhof" / "zifdach.txt", std::ios::binary) << content;
 
-        PlayerBot bot(root.string());
+        PlayerBot bot(ZD_PROGRAM_DIR, root.string());
         Program& p = bot.program();
         EXPECT_TRUE(p.frmSpielfeld().visible());
         EXPECT_GE(p.g.Bestmarke, 0);

@@ -6,10 +6,13 @@
 
 #include <gtest/gtest.h>
 
-#include "PlayerBot.h"
 #include "front/drive/Driver.h"
+#include "front/drive/PlayerBot.h"
 
 namespace zd::test {
+
+using drive::freshFolder;
+using drive::PlayerBot;
 namespace {
 
 struct Outcome {

@@ -8,9 +8,12 @@
 
 #include <gtest/gtest.h>
 
-#include "PlayerBot.h"
+#include "front/drive/PlayerBot.h"
 
 namespace zd::test {
+
+using drive::freshFolder;
+using drive::PlayerBot;
 namespace {
 
 namespace fs = std::filesystem;
@@ -21,7 +24,7 @@ const char* const kSaveFailed = "konnten nicht gespeichert werden.";
 // and saves it; returns the messages the player was shown.
 std::vector<std::string> saveAfter(const std::function<void(const fs::path&)>& fault,
                                    const fs::path& root) {
-    PlayerBot bot(root.string());
+    PlayerBot bot(ZD_PROGRAM_DIR, root.string());
     Program& p = bot.program();
     fault(root / "wuerfelhof");
     ui::FrmSpielfeld& f = p.frmSpielfeld();

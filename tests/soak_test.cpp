@@ -7,10 +7,13 @@
 
 #include <gtest/gtest.h>
 
-#include "PlayerBot.h"
 #include "best/modBeste.h"
+#include "front/drive/PlayerBot.h"
 
 namespace zd::test {
+
+using drive::freshFolder;
+using drive::PlayerBot;
 namespace {
 
 int linesOf(const std::filesystem::path& file) {
@@ -62,7 +65,7 @@ void play(PlayerBot& bot, const std::filesystem::path& root, long rounds) {
 
 TEST(Soak, TenThousandRounds) {
     const std::filesystem::path root = freshFolder("zd-round-soak");
-    PlayerBot bot(root.string());
+    PlayerBot bot(ZD_PROGRAM_DIR, root.string());
     play(bot, root, 10000);
     EXPECT_EQ(bot.rounds(), 10000);
     EXPECT_GT(bot.games(), 100);
@@ -71,7 +74,7 @@ TEST(Soak, TenThousandRounds) {
 
 TEST(Soak, TwoThousandWholeGamesUntilNoNewGameIsWanted) {
     const std::filesystem::path root = freshFolder("zd-game-soak");
-    PlayerBot bot(root.string());
+    PlayerBot bot(ZD_PROGRAM_DIR, root.string());
     bot.newGame = [&] { return bot.games() < 2000; };
     play(bot, root, 1L << 30);
     EXPECT_TRUE(bot.program().tk.ended());

@@ -9,12 +9,14 @@
 #include <gtest/gtest.h>
 
 #include "Files.h"
-#include "PlayerBot.h"
 #include "RecordingCalls.h"
+#include "front/drive/PlayerBot.h"
 #include "system/Dateien.h"
 #include "system/windows/WindowsPlatform.h"
 
 namespace zd::test {
+
+using drive::PlayerBot;
 namespace {
 
 namespace fs = std::filesystem;
@@ -90,7 +92,7 @@ TEST_F(Files, WithoutTheWindowsFolderThePlayerIsToldAndTheListLiesBesideTheProgr
     RecordingCalls calls;
     calls.failing = "windows folder";
     fs::create_directory(at("program"));
-    PlayerBot bot(std::nullopt, &calls, at("program"));
+    PlayerBot bot(at("program"), std::nullopt, &calls);
     ASSERT_FALSE(bot.messages().empty());
     EXPECT_EQ(bot.messages()[0],
               "\r\nDie Festplatte auf Ihrem System wurde nicht erkannt!"

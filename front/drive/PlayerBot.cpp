@@ -1,4 +1,4 @@
-#include "PlayerBot.h"
+#include "front/drive/PlayerBot.h"
 
 #include <filesystem>
 #include <stdexcept>
@@ -7,7 +7,7 @@
 
 #include "game/Start.h"
 
-namespace zd::test {
+namespace zd::drive {
 
 std::string freshFolder(const std::string& name) {
     const auto folder =
@@ -19,9 +19,9 @@ std::string freshFolder(const std::string& name) {
 
 namespace {
 
-drive::HarnessOptions botOptions(std::optional<std::string> driveRoot, sys::FileCalls* calls,
-                                 const std::string& programFolder) {
-    drive::HarnessOptions options;
+HarnessOptions botOptions(std::optional<std::string> driveRoot, sys::FileCalls* calls,
+                          const std::string& programFolder) {
+    HarnessOptions options;
     options.programDir = programFolder;
     options.driveRoot = std::move(driveRoot);
     options.calls = calls;
@@ -30,8 +30,8 @@ drive::HarnessOptions botOptions(std::optional<std::string> driveRoot, sys::File
 
 }  // namespace
 
-PlayerBot::PlayerBot(std::optional<std::string> driveRoot, sys::FileCalls* calls,
-                     const std::string& programFolder)
+PlayerBot::PlayerBot(const std::string& programFolder, std::optional<std::string> driveRoot,
+                     sys::FileCalls* calls)
     : harness_(botOptions(std::move(driveRoot), calls, programFolder), events_) {
     harness_.answer = [this] { return answer(); };
     harness_.start();
@@ -118,4 +118,4 @@ void PlayerBot::play(long rounds) {
     }
 }
 
-}  // namespace zd::test
+}  // namespace zd::drive

@@ -9,7 +9,7 @@
 
 #include "front/drive/Harness.h"
 
-namespace zd::test {
+namespace zd::drive {
 
 // An empty folder of this process's own under the system's temporary
 // folder, so that test runs side by side never share one.
@@ -23,8 +23,8 @@ class PlayerBot {
 public:
     // Files go through `calls` when given; no `driveRoot` is the system's
     // own, as with the driver's --system.
-    explicit PlayerBot(std::optional<std::string> driveRoot, sys::FileCalls* calls = nullptr,
-                       const std::string& programFolder = ZD_PROGRAM_DIR);
+    PlayerBot(const std::string& programFolder, std::optional<std::string> driveRoot,
+              sys::FileCalls* calls = nullptr);
     ~PlayerBot();
 
     // Plays until `rounds` rounds have ended or the program has ended.
@@ -58,4 +58,4 @@ private:
     std::vector<std::string> messages_;
 };
 
-}  // namespace zd::test
+}  // namespace zd::drive
