@@ -7,6 +7,7 @@
 //    whole new one, or missing during clearing and then shown as the
 //    default list by the next start.
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -17,7 +18,6 @@
 #include <string>
 #include <thread>
 
-#include <signal.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>

@@ -6,9 +6,8 @@ execute_process(COMMAND ${RUN_CLANG_TIDY} -quiet -j ${JOBS} -p ${BUILD}
     "^${ROOT}/(ui|system|game|best|front|tests|bench|tools)/"
   WORKING_DIRECTORY ${ROOT} RESULT_VARIABLE result OUTPUT_VARIABLE out ERROR_VARIABLE err)
 string(REGEX MATCHALL "[^\n]*(warning|error): [^\n]*" findings "${out}")
-list(LENGTH findings count)
-if(NOT result EQUAL 0 OR count GREATER 0)
-  list(JOIN findings "\n" text)
-  message(FATAL_ERROR "clang-tidy: ${count} findings\n${text}\n${err}")
+if(NOT result EQUAL 0 OR findings)
+  string(REPLACE ";" "\n" text "${findings}")
+  message(FATAL_ERROR "clang-tidy found:\n${text}\n${err}")
 endif()
 message(STATUS "clang-tidy: no findings")

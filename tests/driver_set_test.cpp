@@ -12,7 +12,6 @@
 namespace zd::test {
 
 using drive::freshFolder;
-using drive::PlayerBot;
 namespace {
 
 struct Outcome {

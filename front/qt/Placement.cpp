@@ -1,7 +1,6 @@
 #include "front/qt/Placement.h"
 
 #include <cmath>
-#include <ranges>
 
 #include "ui/view/Placement.h"
 
@@ -65,8 +64,10 @@ QPoint PixelGrid::pixelAt(QPointF pos) const {
 ui::Control* controlAt(const ui::Window& window, QPointF pos, QSize clientSize,
                        const PixelGrid& grid) {
     const QPoint pixel = grid.pixelAt(pos);
-    for (const auto& control : std::views::reverse(window.controls())) {
-        ui::Control& c = *control;
+    // Topmost first: the controls are kept in drawing order.
+    const auto& controls = window.controls();
+    for (std::size_t i = controls.size(); i-- > 0;) {
+        ui::Control& c = *controls[i];
         if (!c.shown() || !view::takesMouse(c)) continue;
         const Placement place = placementOf(c, clientSize);
         if (grid.cover(place.rect & place.clip).contains(pixel)) return &c;

@@ -78,7 +78,7 @@ public:
         return e;
     }
     // A label that shows its caption; an empty one shows nothing.
-    Element& text(Label& label, std::string key = {}) {
+    Element& text(Label& label, const std::string& key = {}) {
         Element& e =
             add(key.empty() ? label.path() : key, Role::Text, oneLine(label.Caption), &label);
         e.shown = e.shown && !e.name.empty();

@@ -1,7 +1,5 @@
 #include "ui/view/Placement.h"
 
-#include <ranges>
-
 namespace zd::view {
 
 namespace {
@@ -52,8 +50,10 @@ Size clientSizeOf(const ui::Window& window) {
 }
 
 ui::Control* controlAt(const ui::Window& window, Point pos, Size clientSize) {
-    for (const auto& control : std::views::reverse(window.controls())) {
-        ui::Control& c = *control;
+    // Topmost first: the controls are kept in drawing order.
+    const auto& controls = window.controls();
+    for (std::size_t i = controls.size(); i-- > 0;) {
+        ui::Control& c = *controls[i];
         if (!c.shown() || !takesMouse(c)) continue;
         const Placement place = placementOf(c, clientSize);
         if (intersect(place.rect, place.clip).contains(pos)) return &c;
