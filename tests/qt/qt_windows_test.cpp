@@ -162,7 +162,9 @@ TEST(QtWindows, EveryWindowPaintsAtEveryDensity) {
         for (qreal dpr : {1.0, 1.25, 1.5, 2.0}) {
             // The client area is painted whole, to its last physical pixel.
             const QImage image = render(widget, dpr);
-            const QRect client(widget.clientArea()->pos() * dpr, widget.clientSize() * dpr);
+            // (Rounded each on its own, the two may reach a row past the image.)
+            const QRect client =
+                QRect(widget.clientArea()->pos() * dpr, widget.clientSize() * dpr) & image.rect();
             const QRgb unpaintedPixel = kUnpainted.rgba();
             int unpainted = 0;
             for (int y = client.top(); y <= client.bottom(); ++y) {
