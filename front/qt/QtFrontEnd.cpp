@@ -70,19 +70,7 @@ WindowWidget* QtFrontEnd::widgetFor(const ui::Window& w) const {
 }
 
 void QtFrontEnd::sync() {
-    // A widget call may send an event that runs model code, which syncs
-    // again; that round is done once this one is through.
-    if (syncing_) {
-        again_ = true;
-        return;
-    }
-    syncing_ = true;
-    int rounds = 0;
-    do {
-        again_ = false;
-        syncOnce();
-    } while (again_ && ++rounds < 8);
-    syncing_ = false;
+    resync_.run([this] { syncOnce(); });
 }
 
 void QtFrontEnd::dropWidget(const ui::Window* w) {

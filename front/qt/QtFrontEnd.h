@@ -12,6 +12,7 @@
 
 #include "front/qt/ArtCache.h"
 #include "ui/model/Toolkit.h"
+#include "ui/view/Resync.h"
 
 namespace zd::qt {
 
@@ -65,8 +66,7 @@ private:
     ui::Window* requestedActive_ = nullptr;
     QElapsedTimer requestedAt_;
     bool activationCheckQueued_ = false;
-    bool syncing_ = false;
-    bool again_ = false;
+    view::Resync resync_;
     std::map<qreal, QCursor> handCursors_;
     std::unique_ptr<QAbstractNativeEventFilter> focusWatch_;
     QObject context_;

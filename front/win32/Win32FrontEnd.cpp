@@ -140,19 +140,7 @@ HWND Win32FrontEnd::hwndFor(const ui::Window& w) const {
 }
 
 void Win32FrontEnd::sync() {
-    // A window call may send a message that runs model code, which syncs
-    // again; that round is done once this one is through.
-    if (syncing_) {
-        again_ = true;
-        return;
-    }
-    syncing_ = true;
-    int rounds = 0;
-    do {
-        again_ = false;
-        syncOnce();
-    } while (again_ && ++rounds < 8);
-    syncing_ = false;
+    resync_.run([this] { syncOnce(); });
 }
 
 void Win32FrontEnd::reap() {
@@ -264,7 +252,7 @@ void Win32FrontEnd::programEnded() {
 }
 
 void Win32FrontEnd::activatedBySystem() {
-    if (syncing_ || activationCheckQueued_) return;
+    if (resync_.running() || activationCheckQueued_) return;
     activationCheckQueued_ = true;
     // Looked at once the system has finished its round of changes.
     PostMessageW(messages_, kCheckActivation, 0, reinterpret_cast<LPARAM>(this));

@@ -11,6 +11,7 @@
 #include "front/win32/Painter.h"
 #include "front/win32/Win32Loop.h"
 #include "ui/model/Toolkit.h"
+#include "ui/view/Resync.h"
 
 namespace zd::win32 {
 
@@ -77,8 +78,7 @@ private:
     std::map<const ui::Window*, bool> appliedEnabled_;
     std::vector<ui::Window*> appliedStacking_;
     ui::Window* appliedActive_ = nullptr;
-    bool syncing_ = false;
-    bool again_ = false;
+    view::Resync resync_;
     bool activationCheckQueued_ = false;
     HWND messages_ = nullptr;
     HWND hiddenOwner_ = nullptr;
